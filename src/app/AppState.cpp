@@ -1,0 +1,7 @@
+#include "AppState.h"
+
+AppStateValues &AppState()
+{
+    static AppStateValues values;
+    return values;
+}

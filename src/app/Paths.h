@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+// The program's fixed folders, recomputed from the environment on every call.
+QString GetDocumentsFolder();
+QString GetUserDataFolder();      // Documents + "/Orvana User Data"
+QString SettingsFilePath();       // user data + "/Orvana.ini"
+QString GetLibraryPath();         // [Library] MainPath
+QString AppPath();                // the executable's folder
+// "Resources" beside the executable, else the installed share/orvana/Resources.
+QString ResourcesFolder();
+
+// True only for an existing directory; any error reads as false.
+bool FolderExists(const QString &path);
+// Creates the folder and its missing parents; errors are swallowed.
+void CreateFolderPath(const QString &path);

@@ -1,0 +1,84 @@
+#include "GuiStartupHost.h"
+
+#include "MainWindow.h"
+#include "Paths.h"
+#include "SplashWindow.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QProcess>
+#include <QScreen>
+
+GuiStartupHost::GuiStartupHost() = default;
+GuiStartupHost::~GuiStartupHost() = default;
+
+int GuiStartupHost::PrimaryScreenHeight() const
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    return screen ? screen->geometry().height() : 0;
+}
+
+void GuiStartupHost::Inform(const QString &text)
+{
+    QMessageBox::information(main, QStringLiteral("Orvana"), text);
+}
+
+// The map pages, the plug-ins, the updater, the welcome, camera-import and GPS windows and
+// album documents are not part of this build yet; start-up asks for them in their place.
+void GuiStartupHost::LoadMapServerTemplates() {}
+void GuiStartupHost::ShowUpdaterWindow() {}
+void GuiStartupHost::DiscoverPlugins() {}
+void GuiStartupHost::ShowWelcomeWindow() {}
+void GuiStartupHost::CameraImportToAlbum() {}
+void GuiStartupHost::ShowGpsWindow() {}
+void GuiStartupHost::OpenDoc(const QString &, bool) {}
+
+void GuiStartupHost::ShowSplash()
+{
+    splash = std::make_unique<SplashWindow>();
+    splash->show();
+}
+
+void GuiStartupHost::PumpEvents()
+{
+    QApplication::processEvents();
+}
+
+void GuiStartupHost::WaitMilliseconds(int milliseconds)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < milliseconds)
+        QApplication::processEvents(QEventLoop::AllEvents, milliseconds - static_cast<int>(clock.elapsed()));
+}
+
+void GuiStartupHost::SplashNormalShow()
+{
+    if (splash)
+        splash->NormalShow();
+}
+
+void GuiStartupHost::UnloadSplash()
+{
+    splash.reset();
+}
+
+void GuiStartupHost::ShowMainWindow()
+{
+    if (!main) {
+        main = new MainWindow;
+        main->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    main->show();
+}
+
+void GuiStartupHost::StartVersionUpdater()
+{
+    QProcess::startDetached(AppPath() + QStringLiteral("/orvana"), {QStringLiteral("/VersionUpdater")});
+}
+
+bool GuiStartupHost::HasOpenWindow() const
+{
+    return !main.isNull();
+}

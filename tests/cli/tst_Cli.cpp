@@ -1,0 +1,111 @@
+#include "TestEnvironment.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+// orvana-cli run as a separate process under a HOME of the test's own.
+class CliTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init();
+    void commands_data();
+    void commands();
+    void settingsShareTheProgramsFile();
+
+private:
+    struct Run {
+        int exitCode;
+        QString out;
+        QString err;
+    };
+    Run Cli(const QStringList &arguments);
+    std::unique_ptr<QTemporaryDir> home;
+};
+
+void CliTest::init()
+{
+    home = std::make_unique<QTemporaryDir>();
+}
+
+CliTest::Run CliTest::Cli(const QStringList &arguments)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), home->path());
+    environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    environment.remove(QStringLiteral("XDG_CONFIG_HOME"));
+    environment.remove(QStringLiteral("XDG_DOCUMENTS_DIR"));
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(ORVANA_BIN_DIR "/orvana-cli"), arguments);
+    if (!process.waitForFinished(30000))
+        return {-1, {}, QStringLiteral("did not finish")};
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
+}
+
+void CliTest::commands_data()
+{
+    QTest::addColumn<QList<QStringList>>("steps"); // run in order; the last one is checked
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("out");
+    QTest::addColumn<QString>("err");
+
+    using Steps = QList<QStringList>;
+    QTest::newRow("version") << Steps{{"--version"}} << 0 << "orvana-cli 0.1.0\n" << "";
+    QTest::newRow("set then get") << Steps{{"settings", "set", "RecentFTP", "Password", "p\"a ss"}, {"settings", "get", "recentftp", "PASSWORD"}}
+                                  << 0 << "p\"a ss\n" << "";
+    QTest::newRow("set twice keeps one line") << Steps{{"settings", "set", "GPS", "TimeZone", "8"}, {"settings", "set", "GPS", "TimeZone", "-3.5"}, {"settings", "get", "GPS", "TimeZone"}}
+                                              << 0 << "-3.5\n" << "";
+    QTest::newRow("absent key reads empty") << Steps{{"settings", "get", "System", "Nothing"}} << 0 << "\n" << "";
+    QTest::newRow("localised text") << Steps{{"text", "LanguageName", "OrvDocument"}} << 0 << "English\n" << "";
+    QTest::newRow("text of an unknown key is the key") << Steps{{"text", "NoSuchKey", "Form"}} << 0 << "NoSuchKey\n" << "";
+    QTest::newRow("broken language reads English") << Steps{{"settings", "set", "Language", "Current", "Klingon"}, {"text", "LanguageName", "OrvDocument"}}
+                                                   << 0 << "English\n" << "";
+    QTest::newRow("value with a line break refused") << Steps{{"settings", "set", "A", "k", "two\nlines"}} << 1 << "" << "line break";
+    QTest::newRow("missing arguments") << Steps{{"settings", "get", "System"}} << 2 << "" << "usage:";
+    QTest::newRow("unknown verb") << Steps{{"settings", "remove", "A", "k"}} << 2 << "" << "unknown verb";
+    QTest::newRow("unknown group") << Steps{{"albums"}} << 2 << "" << "unknown command";
+    QTest::newRow("nothing") << Steps{{}} << 2 << "" << "no command";
+    QTest::newRow("help lists the groups") << Steps{{"--help"}} << 0 << "settings" << "";
+    QTest::newRow("group help") << Steps{{"settings", "--help"}} << 0 << "settings set SECTION KEY VALUE" << "";
+}
+
+void CliTest::commands()
+{
+    QFETCH(QList<QStringList>, steps);
+    QFETCH(int, exitCode);
+    QFETCH(QString, out);
+    QFETCH(QString, err);
+    Run last{};
+    for (const QStringList &step : steps)
+        last = Cli(step);
+    QCOMPARE(last.exitCode, exitCode);
+    if (exitCode == 0 && !out.endsWith(u'\n'))
+        QVERIFY2(last.out.contains(out), qPrintable(last.out));
+    else
+        QCOMPARE(last.out, out);
+    QVERIFY2(last.err.contains(err), qPrintable(last.err));
+}
+
+// The first write makes the same first-run file the program makes, so a later start of the
+// windows does not take the folder for a first run with a half-empty file.
+void CliTest::settingsShareTheProgramsFile()
+{
+    QCOMPARE(Cli({"settings", "set", "System", "AllowNonJPEG", "1"}).exitCode, 0);
+    const QString ini = home->path() + QStringLiteral("/Documents/Orvana User Data/Orvana.ini");
+    const QByteArray content = ReadAll(ini);
+    QVERIFY(content.startsWith("[System]\r\nOrvanaRoot = "));
+    QVERIFY(content.contains("AllowNonJPEG=1\r\n\r\n[Language]\r\nCurrent = English\r\n"));
+    QVERIFY(content.contains("[FlashMaker]\r\n"));
+
+    QFile::setPermissions(ini, QFileDevice::ReadOwner);
+    const Run refused = Cli({"settings", "set", "System", "AllowNonJPEG", "0"});
+    QCOMPARE(refused.exitCode, 1);
+    QVERIFY(refused.err.contains(QStringLiteral("read-only")));
+    QCOMPARE(ReadAll(ini), content);
+}
+
+QTEST_GUILESS_MAIN(CliTest)
+#include "tst_Cli.moc"
