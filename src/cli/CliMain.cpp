@@ -9,6 +9,7 @@ namespace {
 constexpr CliGroup Groups[] = {
     {"settings", "get|set SECTION KEY [VALUE]   one value of Orvana.ini", RunSettings},
     {"text", "KEY SECTION                   localised text in the current language", RunText},
+    {"image", "tags|thumbnail|rotate|edit ...  one photo file's tags, thumbnail and edits", RunImage},
 };
 
 QString TopLevelHelp()

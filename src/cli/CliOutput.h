@@ -21,3 +21,4 @@ struct CliGroup {
 
 int RunSettings(const QStringList &arguments);
 int RunText(const QStringList &arguments);
+int RunImage(const QStringList &arguments);
