@@ -84,8 +84,10 @@ ProcessRun ExifToolSession::Execute(const QStringList &arguments, qint64 timeout
             run.message = ProcessTimedOutMessage;
             return run;
         }
-        if (process.waitForReadyRead(PollIntervalMs))
-            run.output += process.readAllStandardOutput();
+        // Output may also have come in while events were handled, so whatever has arrived is
+        // taken, whether or not the wait saw it.
+        process.waitForReadyRead(PollIntervalMs);
+        run.output += process.readAllStandardOutput();
         KeepEventsFlowing();
     }
     run.output.truncate(run.output.indexOf(ready));

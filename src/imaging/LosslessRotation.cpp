@@ -1,8 +1,8 @@
 #include "LosslessRotation.h"
 
+#include "ExifPixelSize.h"
 #include "ImagingLibrary.h"
 
-#include <exiv2/exiv2.hpp>
 #include <turbojpeg.h>
 
 #include <memory>
@@ -62,17 +62,6 @@ QSize JpegSize(const QByteArray &jpeg)
     return {width, height};
 }
 
-void SwapIfPresent(Exiv2::ExifData &exif, const char *widthKey, const char *heightKey)
-{
-    const auto width = exif.findKey(Exiv2::ExifKey(widthKey));
-    const auto height = exif.findKey(Exiv2::ExifKey(heightKey));
-    if (width == exif.end() || height == exif.end())
-        return;
-    const Exiv2::Value::AutoPtr widthValue = width->getValue();
-    width->setValue(height->getValue().get());
-    height->setValue(widthValue.get());
-}
-
 // The preview turns with the photo; a partial block of the small preview is simply dropped.
 bool TurnPreview(Exiv2::ExifData &exif, Turn turn)
 {
@@ -91,7 +80,7 @@ bool TurnPreview(Exiv2::ExifData &exif, Turn turn)
 
 // Brings the EXIF block in line with the turned pixels. Files whose EXIF needs no change are
 // left byte for byte as the transform made them.
-void UpdateTags(QByteArray &jpeg, Turn turn)
+void UpdateTags(QByteArray &jpeg, Turn turn, QSize turnedSize)
 {
     try {
         Exiv2::Image::AutoPtr image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte *>(jpeg.constData()),
@@ -100,13 +89,10 @@ void UpdateTags(QByteArray &jpeg, Turn turn)
         Exiv2::ExifData exif = image->exifData();
         if (exif.empty())
             return;
-        bool changed = TurnPreview(exif, turn);
-        if (turn != Turn::HalfTurn && exif.findKey(Exiv2::ExifKey("Exif.Photo.PixelXDimension")) != exif.end()) {
-            SwapIfPresent(exif, "Exif.Photo.PixelXDimension", "Exif.Photo.PixelYDimension");
-            changed = true;
-        }
-        if (!changed)
+        const bool previewTurned = TurnPreview(exif, turn);
+        if (!previewTurned && turn == Turn::HalfTurn)
             return;
+        SetExifPixelSize(exif, turnedSize.width(), turnedSize.height());
         image->setExifData(exif);
         image->writeXmpFromPacket(true);
         image->writeMetadata();
@@ -130,8 +116,8 @@ Result TurnJpegLosslessly(QByteArray &jpeg, Turn turn, QSize &turnedSize)
     QByteArray turned = Transform(jpeg, turn, TJXOPT_PERFECT, error);
     if (turned.isEmpty())
         return Result::Failure(error);
-    UpdateTags(turned, turn);
     turnedSize = JpegSize(turned);
+    UpdateTags(turned, turn, turnedSize);
     jpeg = turned;
     return Result::Success();
 }

@@ -166,6 +166,23 @@ int Picture::BitsPerPixel() const
     return data->image.bands() * static_cast<int>(vips_format_sizeof(data->image.format())) * 8;
 }
 
+QByteArray Picture::RgbPixels() const
+{
+    if (!data)
+        return {};
+    try {
+        const VImage rgb = WithoutAlpha(AsEightBitRgb(data->image)).cast(VIPS_FORMAT_UCHAR);
+        size_t size = 0;
+        void *pixels = rgb.write_to_memory(&size);
+        QByteArray copy(static_cast<const char *>(pixels), static_cast<qsizetype>(size));
+        g_free(pixels);
+        return copy;
+    } catch (const VError &) {
+        vips_error_clear();
+        return {};
+    }
+}
+
 Picture Picture::ResizedToFit(int maxWidth, int maxHeight) const
 {
     if (!data || maxWidth <= 0 || maxHeight <= 0)

@@ -53,6 +53,8 @@ public:
     int Width() const;
     int Height() const;
     int BitsPerPixel() const;
+    // The pixels as 8-bit RGB on white, row after row, three bytes each: what a view draws.
+    QByteArray RgbPixels() const;
 
     // Fits the picture into the box keeping its aspect ratio; a picture that already fits is
     // left at its size.

@@ -45,7 +45,10 @@ VImage LookupImage(const std::vector<const ColourTables::Table *> &tables)
         for (std::size_t band = 0; band < tables.size(); ++band)
             entries[i * tables.size() + band] = (*tables[band])[i];
     }
-    return VImage::new_from_memory(entries.data(), entries.size(), 256, 1, bands, VIPS_FORMAT_UCHAR).copy_memory();
+    VipsImage *lookup = vips_image_new_from_memory_copy(entries.data(), entries.size(), 256, 1, bands, VIPS_FORMAT_UCHAR);
+    if (!lookup)
+        throw VError();
+    return VImage(lookup);
 }
 
 // The linear stretch that takes low to 0 and high to 255.

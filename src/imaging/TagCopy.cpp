@@ -1,9 +1,9 @@
 #include "TagCopy.h"
 
+#include "ExifPixelSize.h"
 #include "ImagingLibrary.h"
 #include "Picture.h"
 
-#include <exiv2/exiv2.hpp>
 
 namespace {
 
@@ -17,14 +17,8 @@ Exiv2::Image::AutoPtr OpenBytes(const QByteArray &bytes)
 
 bool HoldsTags(Exiv2::Image &image)
 {
-    return !image.exifData().empty() || !image.iptcData().empty() || !image.xmpPacket().empty()
+    return !image.exifData().empty() || !image.iptcData().empty() || !image.xmpData().empty() || !image.xmpPacket().empty()
         || !image.comment().empty() || image.iccProfileDefined();
-}
-
-void SetIfPresent(Exiv2::ExifData &exif, const char *key, int value)
-{
-    if (exif.findKey(Exiv2::ExifKey(key)) != exif.end())
-        exif[key] = static_cast<std::uint32_t>(value);
 }
 
 void RemakePreview(Exiv2::ExifData &exif, const Picture &edited)
@@ -37,6 +31,20 @@ void RemakePreview(Exiv2::ExifData &exif, const Picture &edited)
         thumbnail.erase();
     else
         thumbnail.setJpegThumbnail(reinterpret_cast<const Exiv2::byte *>(preview.constData()), static_cast<long>(preview.size()));
+}
+
+// The packet goes over as it was written where the file kept one; TIFF files only give the
+// parsed properties, which are serialised again.
+void CopyXmp(Exiv2::Image &source, Exiv2::Image &target)
+{
+    const std::string packet = source.xmpPacket();
+    if (!packet.empty()) {
+        target.setXmpPacket(packet);
+        target.writeXmpFromPacket(true);
+    } else {
+        target.setXmpData(source.xmpData());
+        target.writeXmpFromPacket(false);
+    }
 }
 
 QByteArray Contents(Exiv2::BasicIo &io)
@@ -59,7 +67,7 @@ Result CopyTags(const QByteArray &original, QByteArray &encoded, const Picture &
         if (source.get() == nullptr)
             return Result::Success();
         source->readMetadata();
-        // Reading clears the flag; set, the packet is handed over as written, not re-serialised.
+        // Reading clears the flag; set, xmpPacket() gives the packet as written, not serialised again.
         source->writeXmpFromPacket(true);
         if (!HoldsTags(*source))
             return Result::Success();
@@ -68,17 +76,14 @@ Result CopyTags(const QByteArray &original, QByteArray &encoded, const Picture &
             return Result::Failure(QStringLiteral("the edited picture cannot hold the photo's tags"));
         target->readMetadata();
         Exiv2::ExifData exif = source->exifData();
-        SetIfPresent(exif, "Exif.Photo.PixelXDimension", edited.Width());
-        SetIfPresent(exif, "Exif.Photo.PixelYDimension", edited.Height());
+        SetExifPixelSize(exif, edited.Width(), edited.Height());
         RemakePreview(exif, edited);
         if (target->supportsMetadata(Exiv2::mdExif))
             target->setExifData(exif);
         if (target->supportsMetadata(Exiv2::mdIptc))
             target->setIptcData(source->iptcData());
-        if (target->supportsMetadata(Exiv2::mdXmp)) {
-            target->setXmpPacket(source->xmpPacket());
-            target->writeXmpFromPacket(true);
-        }
+        if (target->supportsMetadata(Exiv2::mdXmp))
+            CopyXmp(*source, *target);
         if (target->supportsMetadata(Exiv2::mdComment))
             target->setComment(source->comment());
         if (target->supportsMetadata(Exiv2::mdIccProfile) && source->iccProfileDefined())
