@@ -83,8 +83,8 @@ bool TurnPreview(Exiv2::ExifData &exif, Turn turn)
 void UpdateTags(QByteArray &jpeg, Turn turn, QSize turnedSize)
 {
     try {
-        Exiv2::Image::AutoPtr image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte *>(jpeg.constData()),
-                                                               static_cast<long>(jpeg.size()));
+        const auto image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte *>(jpeg.constData()),
+                                                     static_cast<long>(jpeg.size()));
         image->readMetadata();
         Exiv2::ExifData exif = image->exifData();
         if (exif.empty())

@@ -69,6 +69,16 @@ QByteArray TakeBlob(VipsBlob *blob)
 
 } // namespace
 
+VipsBytes::VipsBytes(const QByteArray &bytes)
+    : blob(vips_blob_copy(bytes.constData(), static_cast<size_t>(bytes.size())))
+{
+}
+
+VipsBytes::~VipsBytes()
+{
+    vips_area_unref(VIPS_AREA(blob));
+}
+
 Picture PictureData::Wrap(VImage image)
 {
     return Picture(std::make_shared<const PictureData>(PictureData{std::move(image)}));
@@ -129,16 +139,14 @@ Picture Picture::LoadFromMemory(const QByteArray &bytes, ImageFormat format)
     InitialiseImaging();
     if (bytes.isEmpty() || format == ImageFormat::Unknown)
         return {};
-    VipsBlob *blob = vips_blob_copy(bytes.constData(), static_cast<size_t>(bytes.size()));
     try {
-        VImage image = LoadBlob(blob, format);
-        vips_area_unref(VIPS_AREA(blob));
-        if (static_cast<double>(image.width()) * image.height() > MaxPicturePixels)
+        const VipsBytes source(bytes);
+        const VImage image = LoadBlob(source.get(), format);
+        if (static_cast<double>(VIPS_IMAGE_SIZEOF_LINE(image.get_image())) * image.height() > MaxDecodedBytes)
             return {};
         // Decoding now makes a damaged file fail here, once, rather than in every later step.
         return PictureData::Wrap(image.copy_memory());
     } catch (const VError &) {
-        vips_area_unref(VIPS_AREA(blob));
         vips_error_clear();
         return {};
     }

@@ -10,7 +10,8 @@ namespace {
 // The size cameras give the preview in the EXIF block.
 constexpr int PreviewBox = 160;
 
-Exiv2::Image::AutoPtr OpenBytes(const QByteArray &bytes)
+// Exiv2's pointer type is deprecated by name, so it is only ever deduced.
+auto OpenBytes(const QByteArray &bytes)
 {
     return Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte *>(bytes.constData()), static_cast<long>(bytes.size()));
 }
@@ -63,7 +64,7 @@ Result CopyTags(const QByteArray &original, QByteArray &encoded, const Picture &
 {
     InitialiseImaging();
     try {
-        Exiv2::Image::AutoPtr source = OpenBytes(original);
+        const auto source = OpenBytes(original);
         if (source.get() == nullptr)
             return Result::Success();
         source->readMetadata();
@@ -71,7 +72,7 @@ Result CopyTags(const QByteArray &original, QByteArray &encoded, const Picture &
         source->writeXmpFromPacket(true);
         if (!HoldsTags(*source))
             return Result::Success();
-        Exiv2::Image::AutoPtr target = OpenBytes(encoded);
+        const auto target = OpenBytes(encoded);
         if (target.get() == nullptr)
             return Result::Failure(QStringLiteral("the edited picture cannot hold the photo's tags"));
         target->readMetadata();

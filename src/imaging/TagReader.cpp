@@ -128,10 +128,10 @@ QString IptcText(const Exiv2::IptcData &iptc, const TagName &tag)
     return entries.join(u',');
 }
 
-std::shared_ptr<const TagReader::Tags> ReadTags(Exiv2::Image::AutoPtr image)
+std::shared_ptr<const TagReader::Tags> ReadTags(Exiv2::Image *image)
 {
     auto tags = std::make_shared<TagReader::Tags>();
-    if (image.get() == nullptr)
+    if (image == nullptr)
         return tags;
     image->readMetadata();
     tags->exif = image->exifData();
@@ -146,7 +146,7 @@ TagReader TagReader::FromFile(const QString &path)
     InitialiseImaging();
     TagReader reader;
     try {
-        reader.tags = ReadTags(Exiv2::ImageFactory::open(QFile::encodeName(path).toStdString(), false));
+        reader.tags = ReadTags(Exiv2::ImageFactory::open(QFile::encodeName(path).toStdString(), false).get());
     } catch (...) {
         // Exiv2 reports a damaged or unknown file by throwing; such a file simply has no tags.
         reader.tags.reset();
@@ -160,7 +160,8 @@ TagReader TagReader::FromMemory(const QByteArray &bytes)
     TagReader reader;
     try {
         reader.tags = ReadTags(Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte *>(bytes.constData()),
-                                                         static_cast<long>(bytes.size())));
+                                                         static_cast<long>(bytes.size()))
+                                   .get());
     } catch (...) {
         reader.tags.reset();
     }

@@ -17,19 +17,28 @@ vips::VOption *BoxOptions()
     return VImage::option()->set("height", ThumbnailBox)->set("size", VIPS_SIZE_DOWN);
 }
 
-// Opening only reads the header, so a file that claims an absurd size is refused before any
-// pixel is decoded.
-void RefuseOversized(const QString &photoPath)
+// libvips would read many more formats than the program's (PDF, SVG, HEIF, text matrices ...)
+// from a misnamed file; only the decoders of the program's formats are let near a photo, and
+// ImageMagick only for the formats it stands in for.
+void RefuseOtherDecoders(const QString &photoPath)
 {
-    const VImage header = VImage::new_from_file(QFile::encodeName(photoPath).constData(),
-                                                VImage::option()->set("access", VIPS_ACCESS_SEQUENTIAL));
-    if (static_cast<double>(header.width()) * header.height() > MaxPicturePixels)
-        throw VError("the picture is larger than the program handles");
+    const char *loader = vips_foreign_find_load(QFile::encodeName(photoPath).constData());
+    const QByteArray name = loader ? QByteArray(loader) : QByteArray();
+    const ImageFormat format = FormatOfFile(photoPath);
+    const bool byMagick = format == ImageFormat::Bmp || format == ImageFormat::Psd || format == ImageFormat::Ico;
+    for (const char *own : {"VipsForeignLoadJpeg", "VipsForeignLoadPng", "VipsForeignLoadSpng", "VipsForeignLoadTiff",
+                            "VipsForeignLoadNsgif"}) {
+        if (name.startsWith(own))
+            return;
+    }
+    if (byMagick && name.startsWith("VipsForeignLoadMagick"))
+        return;
+    throw VError("not a picture of a format the program reads");
 }
 
 Picture FromPhoto(const QString &photoPath)
 {
-    RefuseOversized(photoPath);
+    RefuseOtherDecoders(photoPath);
     return PictureData::Wrap(VImage::thumbnail(QFile::encodeName(photoPath).constData(), ThumbnailBox, BoxOptions()));
 }
 
@@ -39,16 +48,14 @@ Picture FromEmbeddedPreview(const QString &photoPath)
     const QByteArray preview = tags.EmbeddedPreview();
     if (preview.isEmpty())
         return {};
-    VipsBlob *blob = vips_blob_copy(preview.constData(), static_cast<size_t>(preview.size()));
     try {
-        VImage image = VImage::thumbnail_buffer(blob, ThumbnailBox, BoxOptions()->set("no_rotate", true));
-        vips_area_unref(VIPS_AREA(blob));
+        const VipsBytes bytes(preview);
+        VImage image = VImage::thumbnail_buffer(bytes.get(), ThumbnailBox, BoxOptions()->set("no_rotate", true));
         // The preview carries no orientation of its own: the photo's applies to it.
         image = image.copy();
         image.set(VIPS_META_ORIENTATION, tags.Orientation());
         return PictureData::Wrap(image.autorot());
     } catch (const VError &) {
-        vips_area_unref(VIPS_AREA(blob));
         vips_error_clear();
         return {};
     }
