@@ -59,7 +59,7 @@ int Tags(QStringList arguments)
         PrintOut(QString::fromUtf8(QJsonDocument(photos).toJson(QJsonDocument::Indented)).trimmed());
         return ExitDone;
     }
-    for (const QJsonValue &photo : photos) {
+    for (const auto &photo : photos) {
         const QJsonObject fields = photo.toObject();
         PrintOut(fields.value(QStringLiteral("File")).toString());
         for (auto field = fields.begin(); field != fields.end(); ++field) {
@@ -98,7 +98,7 @@ int Thumbnails(QStringList arguments, bool many)
     if (arguments.size() < 2 || (!many && arguments.size() != 2))
         return UsageError(QStringLiteral("thumbnails need the photo and where to put the thumbnail"), Usage);
     if (!many)
-        return ReportAll({MakeThumbnail(arguments[0], arguments[1], source)});
+        return ReportAll({MakeThumbnail({arguments[0], arguments[1]}, source)});
     const QString folder = arguments.takeFirst();
     QList<ThumbnailJob> jobs;
     for (const QString &photo : arguments)

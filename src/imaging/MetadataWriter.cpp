@@ -77,7 +77,11 @@ QList<MetadataWriteReport> WriteMetadataBatch(const QList<MetadataWriteJob> &job
         }
         if (!session)
             session = std::make_unique<ExifToolSession>(ExifToolProgram());
-        reports << Report(job.photoPath, job.values, session->Execute(arguments));
+        const ProcessRun run = session->Execute(arguments);
+        // A process that went away is started again for the photos that follow.
+        if (!run.finished)
+            session.reset();
+        reports << Report(job.photoPath, job.values, run);
     }
     return reports;
 }

@@ -63,9 +63,10 @@ Picture FromEmbeddedPreview(const QString &photoPath)
 
 } // namespace
 
-Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath, ThumbnailSource source)
+Result MakeThumbnail(const ThumbnailJob &job, ThumbnailSource source)
 {
-    InitialiseImaging();
+    const QString &photoPath = job.photoPath;
+    InitialisePixelLibrary();
     Picture thumbnail;
     if (source == ThumbnailSource::EmbeddedPreviewFirst)
         thumbnail = FromEmbeddedPreview(photoPath);
@@ -77,14 +78,15 @@ Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath, Thu
         vips_error_clear();
         return Result::Failure(QStringLiteral("%1: %2").arg(photoPath, reason));
     }
-    return thumbnail.SaveJpeg(thumbnailPath, GoodJpegQuality);
+    return thumbnail.SaveJpeg(job.thumbnailPath, GoodJpegQuality);
 }
 
 QList<Result> MakeThumbnails(const QList<ThumbnailJob> &jobs, ThumbnailSource source)
 {
     QList<Result> results(jobs.size());
+    Result *const result = results.data();
     RunInParallel(jobs.size(), [&](qsizetype index) {
-        results[index] = MakeThumbnail(jobs[index].photoPath, jobs[index].thumbnailPath, source);
+        result[index] = MakeThumbnail(jobs[index], source);
     });
     return results;
 }

@@ -156,7 +156,7 @@ void PhotoEdits::thumbnails()
     QFETCH(QSize, size);
     QTemporaryDir folder;
     const QString thumbnail = folder.filePath(QStringLiteral("t.jpg"));
-    const Result made = MakeThumbnail(CorpusPath(QStringLiteral("photos/") + photo), thumbnail, source);
+    const Result made = MakeThumbnail({CorpusPath(QStringLiteral("photos/") + photo), thumbnail}, source);
     QVERIFY2(made.ok, qPrintable(made.message));
     const Picture picture = Picture::Load(thumbnail);
     QCOMPARE(QSize(picture.Width(), picture.Height()), size);
@@ -167,13 +167,13 @@ void PhotoEdits::effectsOnPixels()
 {
     const Picture photo = Loaded(QStringLiteral("exif-samples-DSCN0010.jpg"));
     const QByteArray original = photo.RgbPixels();
-    QCOMPARE(original.size(), 640 * 480 * 3);
+    QCOMPARE(original.size(), qsizetype(640) * 480 * 3);
 
     const ColourTables tables = BuildColourTables({170, 120, 150, 190});
     const QByteArray adjusted = photo.Adjusted(tables).RgbPixels();
     const QByteArray grey = photo.BlackAndWhite().RgbPixels();
     const QByteArray sepia = photo.Sepia().RgbPixels();
-    for (qsizetype i = 0; i + 2 < original.size(); i += 3 * 97) {
+    for (qsizetype i = 0; i + 2 < original.size(); i += qsizetype(3) * 97) {
         QCOMPARE(uchar(adjusted[i]), tables.red[uchar(original[i])]);
         QCOMPARE(uchar(adjusted[i + 1]), tables.green[uchar(original[i + 1])]);
         QCOMPARE(uchar(adjusted[i + 2]), tables.blue[uchar(original[i + 2])]);
