@@ -7,6 +7,8 @@
 namespace {
 
 constexpr CliGroup Groups[] = {
+    {"album", "VERB ALBUM ...                 photo albums: create, info, list, arrange, ...", RunAlbum},
+    {"convert", "FOLDER                        turn a plain folder of photos into an album", RunConvert},
     {"settings", "get|set SECTION KEY [VALUE]   one value of Orvana.ini", RunSettings},
     {"text", "KEY SECTION                   localised text in the current language", RunText},
 };

@@ -55,7 +55,7 @@ DataList::LoadResult DataList::Load(const QString &path)
 DataList::LoadResult DataList::LoadFromDevice(QIODevice *device)
 {
     DataList parsed;
-    const LoadResult result = DataListReader(device, parsed).Read();
+    LoadResult result = DataListReader(device, parsed).Read();
     if (result)
         *this = std::move(parsed);
     return result;
@@ -66,7 +66,7 @@ DataList::LoadResult DataList::LoadFromBytes(const QByteArray &xml)
     if (xml.isEmpty())
         return {LoadStatus::Unreadable, QStringLiteral("The list is empty.")};
     DataList parsed;
-    const LoadResult result = DataListReader(xml, parsed).Read();
+    LoadResult result = DataListReader(xml, parsed).Read();
     if (result)
         *this = std::move(parsed);
     return result;
@@ -92,7 +92,7 @@ int DataList::FindKey(const QString &name) const
 QByteArray DataList::ToBytes() const
 {
     QByteArray xml;
-    xml.reserve(static_cast<qsizetype>(64 * (document.size() + 24 * items.size())));
+    xml.reserve(64 * static_cast<qsizetype>(document.size() + 24 * items.size()));
     QXmlStreamWriter writer(&xml);
     writer.setAutoFormatting(true);
     writer.setAutoFormattingIndent(-1);
