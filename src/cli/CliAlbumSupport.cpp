@@ -23,6 +23,12 @@ void CliPrompter::Error(const QString &title, const QString &text)
     QTextStream(stderr) << title << ": " << text << '\n';
 }
 
+// Nothing is read from standard input: the text comes from the command line or is not given.
+std::optional<QString> CliPrompter::AskText(const QString &, const QString &, const QString &)
+{
+    return std::nullopt;
+}
+
 QString Message(const char *key, const char *section, const QString &argument)
 {
     QString text = GetLocalizedString(QLatin1String(key), QLatin1String(section));

@@ -26,6 +26,10 @@ private slots:
     void exchangeList();
     void typedValues_data();
     void typedValues();
+    void searchesAndNotes();
+    void keywordPaste_data();
+    void keywordPaste();
+    void deletion();
 
 private:
     std::unique_ptr<AlbumDocument> MakeAlbum(const QList<QStringList> &records); // File, CaptureDate, Size, Star
@@ -46,6 +50,7 @@ public:
     }
     void Inform(const QString &, const QString &) override {}
     void Error(const QString &, const QString &) override {}
+    std::optional<QString> AskText(const QString &, const QString &, const QString &) override { return std::nullopt; }
 };
 
 QStringList Files(const AlbumDocument &album)
@@ -289,6 +294,87 @@ void AlbumDocumentTest::typedValues()
     QCOMPARE(album->IsModified(), accepted);
     if (recordKey == PhotoRecord::CameraMaker)
         QCOMPARE(result.message, QStringLiteral("Camera Maker is read-only and cannot be changed here."));
+}
+
+void AlbumDocumentTest::searchesAndNotes()
+{
+    auto album = MakeAlbum(Holiday);
+    album->SetNoteForPhotos({1, 3}, QStringLiteral("Sunrise over the BAY"));
+    album->List().SetItemProperty(PhotoRecord::Keywords, QStringLiteral("bay;boats;"), 2);
+    const QList<QPair<QString, QList<int>>> searches = {
+        {QStringLiteral("bay"), {1, 2, 3}}, {QStringLiteral("B.JPG"), {4}}, {QStringLiteral("nothing"), {}}};
+    for (const auto &[text, expected] : searches) {
+        QCOMPARE(album->ActionSearch(text), static_cast<int>(expected.size()));
+        QList<int> highlighted;
+        for (int i = 1; i <= album->RecordCount(); ++i) {
+            if (album->IsHighlighted(i))
+                highlighted << i;
+        }
+        QCOMPARE(highlighted, expected);
+    }
+    QCOMPARE(album->ActionSearch(QString()), -1); // an empty search field changes nothing
+    QVERIFY(!album->IsHighlighted(1));
+    QCOMPARE(album->ActionHighlightNotedPhotos(), 2);
+    QCOMPARE(AlbumDocument::FoundLabel(0), QStringLiteral("0 Item Found"));
+    QCOMPARE(AlbumDocument::FoundLabel(1), QStringLiteral("1 Items Found"));
+}
+
+void AlbumDocumentTest::keywordPaste_data()
+{
+    QTest::addColumn<QString>("own");
+    QTest::addColumn<QString>("pasted");
+    QTest::addColumn<QString>("result");
+    QTest::newRow("added after the photo's own") << "beach;" << "family;sun;" << "beach;family;sun;";
+    QTest::newRow("no keyword twice, in any case") << "Beach;sun;" << "beach;SUN;sea;" << "Beach;sun;sea;";
+    QTest::newRow("onto none") << "" << "a;b;" << "a;b;";
+    QTest::newRow("blanks and empty pieces dropped") << " x ;;" << "; y;" << "x;y;";
+}
+
+void AlbumDocumentTest::keywordPaste()
+{
+    QFETCH(QString, own);
+    QFETCH(QString, pasted);
+    QFETCH(QString, result);
+    auto album = MakeAlbum(Holiday);
+    album->List().SetItemProperty(PhotoRecord::Keywords, own, 2);
+    album->List().SetItemProperty(PhotoRecord::Keywords, pasted, 1);
+    album->SetCurrentIndex(1);
+    const QString copied = album->ActionKeywordsCopy();
+    album->SetSelected(2, true);
+    album->ActionKeywordsPaste(copied);
+    QCOMPARE(album->Record(PhotoRecord::Keywords, 2), result);
+    QCOMPARE(album->Record(PhotoRecord::Keywords, 3), QString());
+}
+
+void AlbumDocumentTest::deletion()
+{
+    const QString dataHome = environment->Root() + QStringLiteral("/data-home");
+    qputenv("XDG_DATA_HOME", dataHome.toUtf8());
+    auto album = MakeAlbum(Holiday + QList<QStringList>{{"../outside.jpg"}});
+    QDir().mkpath(AlbumFormat::ThumbnailFolder(albumPath));
+    for (const char *name : {"a.jpg", "b.jpg"}) {
+        WriteAll(albumPath + u'/' + QLatin1String(name), "photo");
+        WriteAll(AlbumFormat::ThumbnailFolder(albumPath) + u'/' + QLatin1String(name), "thumbnail");
+    }
+    WriteAll(AlbumFormat::ThumbnailFolder(albumPath) + QStringLiteral("/d.jpg"), "thumbnail"); // its photo is gone
+    album->SetSelected(4, true);
+
+    ScriptedPrompter prompter;
+    prompter.answer = false;
+    QVERIFY(!album->ActionDelete(prompter));
+    QCOMPARE(album->RecordCount(), 5);
+
+    const QList<int> leftAlone = album->DeleteItems({2, 3, 5, 3});
+    QCOMPARE(leftAlone, QList<int>{5});
+    QCOMPARE(Files(*album), (QStringList{"c.jpg", "b.jpg", "../outside.jpg"}));
+    QCOMPARE(SelectedFiles(*album), QStringList{"b.jpg"}); // the selection stays with its record
+    QVERIFY(!QFile::exists(albumPath + QStringLiteral("/a.jpg")));
+    QVERIFY(QFile::exists(dataHome + QStringLiteral("/Trash/files/a.jpg")));
+    QVERIFY(!QFile::exists(AlbumFormat::ThumbnailFolder(albumPath) + QStringLiteral("/a.jpg")));
+    QVERIFY(!QFile::exists(AlbumFormat::ThumbnailFolder(albumPath) + QStringLiteral("/d.jpg")));
+    QVERIFY(!QFile::exists(dataHome + QStringLiteral("/Trash/files/d.jpg")));
+    QVERIFY(album->IsModified());
+    qunsetenv("XDG_DATA_HOME");
 }
 
 QTEST_GUILESS_MAIN(AlbumDocumentTest)
