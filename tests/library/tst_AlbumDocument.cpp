@@ -1,6 +1,7 @@
 #include "AlbumDocument.h"
 #include "AppState.h"
 #include "InfoExchange.h"
+#include "OutsideChanges.h"
 #include "PhotoRecord.h"
 #include "Prompter.h"
 #include "RecordEdit.h"
@@ -30,6 +31,8 @@ private slots:
     void keywordPaste_data();
     void keywordPaste();
     void deletion();
+    void outsideChangeRule_data();
+    void outsideChangeRule();
 
 private:
     std::unique_ptr<AlbumDocument> MakeAlbum(const QList<QStringList> &records); // File, CaptureDate, Size, Star
@@ -375,6 +378,30 @@ void AlbumDocumentTest::deletion()
     QVERIFY(!QFile::exists(dataHome + QStringLiteral("/Trash/files/d.jpg")));
     QVERIFY(album->IsModified());
     qunsetenv("XDG_DATA_HOME");
+}
+
+void AlbumDocumentTest::outsideChangeRule_data()
+{
+    QTest::addColumn<qint64>("fileSize");
+    QTest::addColumn<QString>("fileModified");
+    QTest::addColumn<QString>("archived");
+    QTest::addColumn<bool>("changed");
+    // The record: 1000 bytes, modified 10:00:00.
+    QTest::newRow("as recorded") << qint64(1000) << "2026-07-01 10:00:00" << "2026-07-01 10:05:00" << false;
+    QTest::newRow("other length") << qint64(999) << "2026-07-01 10:00:00" << "2026-07-01 10:05:00" << true;
+    QTest::newRow("touched 15 s after import: not a change") << qint64(1000) << "2026-07-01 10:05:15" << "2026-07-01 10:05:00" << false;
+    QTest::newRow("touched 16 s after import") << qint64(1000) << "2026-07-01 10:05:16" << "2026-07-01 10:05:00" << true;
+    QTest::newRow("older time, same length") << qint64(1000) << "2026-06-30 08:00:00" << "2026-07-01 10:05:00" << false;
+    QTest::newRow("other time, no import moment") << qint64(1000) << "2026-07-01 10:00:01" << "" << true;
+}
+
+void AlbumDocumentTest::outsideChangeRule()
+{
+    QFETCH(qint64, fileSize);
+    QFETCH(QString, fileModified);
+    QFETCH(QString, archived);
+    QFETCH(bool, changed);
+    QCOMPARE(IsChangedOutside(QStringLiteral("1000"), QStringLiteral("2026-07-01 10:00:00"), archived, fileSize, fileModified), changed);
 }
 
 QTEST_GUILESS_MAIN(AlbumDocumentTest)
