@@ -21,10 +21,9 @@ std::optional<qsizetype> HeaderEnd(QByteArrayView start)
     return end;
 }
 
-Result SplitIntoFile(const QString &responsePath, const QString &bodyPath, QString &header)
+Result SplitIntoFile(QFile &response, const QString &bodyPath, QString &header)
 {
-    const Result invalid = Result::Failure(QStringLiteral("The HTTP response is invalid."));
-    QFile response(responsePath);
+    Result invalid = Result::Failure(QStringLiteral("The HTTP response is invalid."));
     if (!response.open(QIODevice::ReadOnly))
         return invalid;
     const std::optional<qsizetype> end = HeaderEnd(response.read(HeaderProbeSize));

@@ -3,6 +3,7 @@
 #include "Result.h"
 
 #include <QByteArrayView>
+#include <QFile>
 #include <QString>
 #include <optional>
 
@@ -20,9 +21,10 @@ constexpr qsizetype HeaderProbeSize = HeaderLimit + 3;
 // does not begin with "HTTP", or its header does not end within HeaderLimit bytes.
 std::optional<qsizetype> HeaderEnd(QByteArrayView start);
 
-// Splits a response received into `responsePath`: the body goes into a fresh file at `bodyPath`,
-// copied in blocks of 2,048 bytes, and `header` receives the status and header lines (each byte one
-// character). Fails when the response is invalid or the body file cannot be replaced.
-Result SplitIntoFile(const QString &responsePath, const QString &bodyPath, QString &header);
+// Splits a response received into the closed file `response` (which it opens for reading): the
+// body goes into a fresh file at `bodyPath`, copied in blocks of 2,048 bytes, and `header`
+// receives the status and header lines (each byte one character). Fails when the response is
+// invalid or the body file cannot be replaced.
+Result SplitIntoFile(QFile &response, const QString &bodyPath, QString &header);
 
 } // namespace HttpResponse

@@ -7,7 +7,7 @@
 namespace {
 
 // A listing larger than this is refused rather than held in memory.
-constexpr qsizetype ListingLimit = 32 * 1024 * 1024;
+constexpr qsizetype ListingLimit = qsizetype{32} * 1024 * 1024;
 
 } // namespace
 
@@ -106,7 +106,7 @@ Result OrvFTPEngine::Login(const QString &user, const QString &password)
     // A server that takes the user without a password (230 here) is refused too: the program
     // only ever logs in with both.
     const QString refused = QStringLiteral("Invalid user or password.");
-    const Result userTaken = Expect(QStringLiteral("USER"), user, 331, refused);
+    Result userTaken = Expect(QStringLiteral("USER"), user, 331, refused);
     if (!userTaken)
         return userTaken;
     return Expect(QStringLiteral("PASS"), password, 230, refused);

@@ -11,6 +11,7 @@ bool IsTransferStart(int code)
 
 } // namespace
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): the program's own signature
 bool OrvFTPEngine::GetFile(const QString &remotePath, const QString &localPath)
 {
     QFile::remove(localPath);
@@ -29,7 +30,7 @@ Result OrvFTPEngine::Download(const QString &remotePath, QFile &file)
 {
     if (!CreateDataConnection())
         return Result::Failure(lastError);
-    const Result binary = Expect(QStringLiteral("TYPE I"), QString(), 200, QStringLiteral("Unable to swith transfer mode to binary."));
+    Result binary = Expect(QStringLiteral("TYPE I"), QString(), 200, QStringLiteral("Unable to swith transfer mode to binary."));
     if (!binary)
         return binary;
     received.SetFile(&file);
@@ -53,6 +54,7 @@ Result OrvFTPEngine::Download(const QString &remotePath, QFile &file)
     return Result::Success();
 }
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): the program's own signature
 bool OrvFTPEngine::PutFile(const QString &localPath, const QString &remotePath)
 {
     QFile file(localPath);
@@ -71,7 +73,7 @@ Result OrvFTPEngine::Upload(QFile &file, const QString &remotePath)
 {
     if (!CreateDataConnection())
         return Result::Failure(lastError);
-    const Result binary = Expect(QStringLiteral("TYPE I"), QString(), 200, QStringLiteral("Unable to swith transfer mode to binary."));
+    Result binary = Expect(QStringLiteral("TYPE I"), QString(), 200, QStringLiteral("Unable to swith transfer mode to binary."));
     if (!binary)
         return binary;
     const int first = Ask(QStringLiteral("STOR"), remotePath);

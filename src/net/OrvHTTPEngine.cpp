@@ -5,7 +5,7 @@
 namespace {
 
 // HTTPGetText holds the response in memory; a larger one is refused.
-constexpr qsizetype TextLimit = 32 * 1024 * 1024;
+constexpr qsizetype TextLimit = qsizetype{32} * 1024 * 1024;
 
 QByteArray Request(const QString &host, const QString &path)
 {
@@ -89,6 +89,7 @@ Result OrvHTTPEngine::Fetch(const QString &host, int port, const QString &path, 
     return Result::Success();
 }
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): the program's own signature
 bool OrvHTTPEngine::HTTPGet(const QString &host, int port, const QString &path, const QString &localFile)
 {
     const QString responsePath = localFile + QLatin1String(".http");
@@ -105,7 +106,8 @@ bool OrvHTTPEngine::HTTPGet(const QString &host, int port, const QString &path, 
     if (fetched && received.WriteFailed())
         fetched = Result::Failure(QStringLiteral("Could't save file to the specified location."));
     if (fetched)
-        fetched = HttpResponse::SplitIntoFile(responsePath, localFile, lastResponse);
+        fetched = HttpResponse::SplitIntoFile(response, localFile, lastResponse);
+    response.close();
     QFile::remove(responsePath);
     return Report(fetched);
 }

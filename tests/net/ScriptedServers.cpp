@@ -7,7 +7,7 @@ namespace {
 constexpr int ChunkPauseMs = 15;
 
 // Sends the chunks one after another with a pause between them, then calls `then`.
-void SendInChunks(QTcpSocket *socket, Chunks chunks, std::function<void()> then = {})
+void SendInChunks(QTcpSocket *socket, Chunks chunks, const std::function<void()> &then = {})
 {
     if (!socket)
         return;

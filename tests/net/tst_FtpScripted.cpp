@@ -23,7 +23,7 @@ bool LogIn(OrvFTPEngine &engine, const ScriptedFtpServer &server)
 }
 
 // Logs in, then runs `then` on the logged-in engine.
-Call AfterLogIn(std::function<bool(OrvFTPEngine &, const QString &folder)> then)
+Call AfterLogIn(const std::function<bool(OrvFTPEngine &, const QString &folder)> &then)
 {
     return [then](OrvFTPEngine &engine, ScriptedFtpServer &server, const QString &folder) {
         return LogIn(engine, server) && then(engine, folder);
@@ -122,7 +122,7 @@ void FtpScripted::replies_data()
     QTest::newRow("PASV refused") << Reply("PASV", {"502 Passive mode not allowed.\r\n"}) << ListGives(QString(), QString()) << true
                                   << "Unable to enable passive mode." << login + QList<QByteArray>{"PASV"};
     QTest::newRow("listing larger than the limit")
-        << Script([](ScriptedFtpServer &s) { s.download = QByteArray(33 * 1024 * 1024, 'x'); }) << ListGives(QString(), QString()) << true
+        << Script([](ScriptedFtpServer &s) { s.download = QByteArray(qsizetype{33} * 1024 * 1024, 'x'); }) << ListGives(QString(), QString()) << true
         << "Could't list remote directory." << login + QList<QByteArray>{"PASV", "LIST"};
 
     QTest::newRow("150 and 226 in one read")
@@ -169,7 +169,7 @@ void FtpScripted::replies_data()
     QTest::newRow("upload stalled past the block time-out")
         << Script([](ScriptedFtpServer &s) { s.ignoreUpload = true; })
         << AfterLogIn([](OrvFTPEngine &engine, const QString &folder) {
-               WriteAll(folder + QStringLiteral("/big"), QByteArray(48 * 1024 * 1024, 'p'));
+               WriteAll(folder + QStringLiteral("/big"), QByteArray(qsizetype{48} * 1024 * 1024, 'p'));
                return !engine.PutFile(folder + QStringLiteral("/big"), QStringLiteral("big"));
            })
         << true << "Time out when uploading file." << login + QList<QByteArray>{"PASV", "TYPE I", "STOR big"};
@@ -194,7 +194,7 @@ void FtpScripted::replies_data()
            })
         << true << noError << login + QList<QByteArray>{"MKD d"};
     QTest::newRow("endless reply held in bounded memory")
-        << Reply("CWD", Chunks(8, QByteArray(128 * 1024, '-') + "\r\n"))
+        << Reply("CWD", Chunks(8, QByteArray(qsizetype{128} * 1024, '-') + "\r\n"))
         << AfterLogIn([](OrvFTPEngine &engine, const QString &) {
                return !engine.ChangeDirectory(QStringLiteral("/")) && engine.LastResponse().size() == FtpReplyReader::TextLimit;
            })
