@@ -25,13 +25,6 @@ const QString Usage = QStringLiteral(
     "without LOCAL saves under the remote name in the current folder; put to a PATH ending in \"/\"\n"
     "keeps the local name. A NEWNAME without \"/\" stays in the folder of PATH.");
 
-OrvFTPEngine *interruptedEngine = nullptr;
-
-void CancelTransfer()
-{
-    if (interruptedEngine)
-        interruptedEngine->SetCancel(true);
-}
 
 struct Target {
     QString host;
@@ -131,8 +124,7 @@ int RunVerb(OrvFTPEngine &engine, const QString &verb, const Target &target, con
     if (verb == QLatin1String("get") || verb == QLatin1String("put")) {
         ProgressLine line;
         engine.SetProgressHandler([&line](qint64 done, qint64 total) { line.Show(done, total); });
-        interruptedEngine = &engine;
-        const InterruptCancels interrupts(CancelTransfer);
+        const InterruptCancels interrupts([&engine] { engine.SetCancel(true); });
         bool done = false;
         if (verb == QLatin1String("get")) {
             QString destination = local.isEmpty() ? NameOf(target.path) : local;
@@ -143,7 +135,6 @@ int RunVerb(OrvFTPEngine &engine, const QString &verb, const Target &target, con
             const QString remote = target.path.endsWith(u'/') ? target.path + QFileInfo(local).fileName() : target.path;
             done = engine.PutFile(local, remote);
         }
-        interruptedEngine = nullptr;
         if (engine.Cancel())
             return Fail(QStringLiteral("cancelled; the file is incomplete"));
         return done ? ExitDone : Fail(Failure(engine));

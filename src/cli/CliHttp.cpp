@@ -13,13 +13,6 @@ const QString Usage = QStringLiteral(
     "Fetches one resource over HTTP/1.0 into OUT, whatever the status: an error page is stored\n"
     "like any other content. --headers prints the response's status and header lines.");
 
-OrvHTTPEngine *interruptedEngine = nullptr;
-
-void CancelTransfer()
-{
-    if (interruptedEngine)
-        interruptedEngine->SetCancel(true);
-}
 
 } // namespace
 
@@ -47,10 +40,8 @@ int RunHttp(const QStringList &arguments)
     OrvHTTPEngine engine;
     ProgressLine line;
     engine.SetProgressHandler([&line](qint64 done, qint64 total) { line.Show(done, total); });
-    interruptedEngine = &engine;
-    const InterruptCancels interrupts(CancelTransfer);
+    const InterruptCancels interrupts([&engine] { engine.SetCancel(true); });
     const bool done = engine.HTTPGet(url.host(), url.port(80), path, rest.at(2));
-    interruptedEngine = nullptr;
     if (!done)
         return Fail(engine.LastError());
     if (headers)

@@ -9,12 +9,12 @@ namespace {
 
 constexpr qint64 RedrawMs = 200;
 
-void (*interruptAction)() = nullptr;
+int interruptPipe = -1;
 
 extern "C" void OnInterrupt(int)
 {
-    if (interruptAction)
-        interruptAction();
+    const char byte = 1;
+    [[maybe_unused]] const ssize_t written = write(interruptPipe, &byte, 1);
 }
 
 } // namespace
@@ -43,14 +43,27 @@ void ProgressLine::Show(qint64 done, qint64 total)
     QTextStream(stderr) << '\r' << line << QStringLiteral("   ") << Qt::flush;
 }
 
-InterruptCancels::InterruptCancels(void (*cancel)())
+InterruptCancels::InterruptCancels(std::function<void()> cancel)
 {
-    interruptAction = cancel;
+    if (pipe(pipeEnds) != 0)
+        return;
+    interruptPipe = pipeEnds[1];
+    notifier = std::make_unique<QSocketNotifier>(pipeEnds[0], QSocketNotifier::Read);
+    QObject::connect(notifier.get(), &QSocketNotifier::activated, [this, cancel = std::move(cancel)] {
+        char byte = 0;
+        [[maybe_unused]] const ssize_t taken = read(pipeEnds[0], &byte, 1);
+        cancel();
+    });
     std::signal(SIGINT, OnInterrupt);
 }
 
 InterruptCancels::~InterruptCancels()
 {
     std::signal(SIGINT, SIG_DFL);
-    interruptAction = nullptr;
+    interruptPipe = -1;
+    notifier.reset();
+    for (const int end : pipeEnds) {
+        if (end >= 0)
+            close(end);
+    }
 }

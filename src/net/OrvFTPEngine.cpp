@@ -1,6 +1,7 @@
 #include "OrvFTPEngine.h"
 
 #include "FtpListing.h"
+#include "LastError.h"
 
 #include <QHostAddress>
 
@@ -36,9 +37,7 @@ OrvFTPEngine::~OrvFTPEngine()
 
 bool OrvFTPEngine::Report(const Result &result)
 {
-    if (!result)
-        lastError = result.message;
-    return result.ok;
+    return ReportInto(lastError, result);
 }
 
 void OrvFTPEngine::WaitUntil(const std::function<bool()> &done, const QElapsedTimer &started, qint64 limitMs)

@@ -31,6 +31,8 @@ struct FtpTimeouts {
 class OrvFTPEngine {
 public:
     static constexpr qint64 UploadBlockSize = 2048;
+    // How many bytes of sent blocks may wait in the data socket's queue (see TcpChannel::SendBlock).
+    static constexpr qint64 UploadQueueAllowance = 64 * 1024;
 
     OrvFTPEngine();
     ~OrvFTPEngine();
@@ -87,6 +89,8 @@ private:
     Result OpenDataConnection();
     Result Download(const QString &remotePath, QFile &file);
     Result Upload(QFile &file, const QString &remotePath);
+    // Waits until the block in flight counts as sent; false after the block time-out.
+    bool AwaitBlockSent();
     QString ReceiveListing(const QString &path);
     // Waits, serving events, until `done` holds, Cancel is set or `limitMs` pass since `started`.
     void WaitUntil(const std::function<bool()> &done, const QElapsedTimer &started, qint64 limitMs);

@@ -16,7 +16,8 @@ bool OrvFTPEngine::GetFile(const QString &remotePath, const QString &localPath)
 {
     QFile::remove(localPath);
     QFile file(localPath);
-    if (!file.open(QIODevice::WriteOnly))
+    // Unbuffered: each block that arrives is on disk at once, not held back in memory.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return Report(Result::Failure(QStringLiteral("Could't save file to the specified location.")));
     const Result downloaded = Download(remotePath, file);
     if (data.Status() != TcpChannel::NotConnected)
@@ -54,6 +55,18 @@ Result OrvFTPEngine::Download(const QString &remotePath, QFile &file)
     return Result::Success();
 }
 
+bool OrvFTPEngine::AwaitBlockSent()
+{
+    QElapsedTimer sending;
+    sending.start();
+    while (!Cancel() && data.Status() == TcpChannel::SendingBlock) {
+        if (sending.elapsed() > timeouts.uploadBlockMs)
+            return false;
+        pump.Round(timeouts.uploadBlockMs + 1 - sending.elapsed());
+    }
+    return true;
+}
+
 // NOLINTNEXTLINE(bugprone-easily-swappable-parameters): the program's own signature
 bool OrvFTPEngine::PutFile(const QString &localPath, const QString &remotePath)
 {
@@ -87,19 +100,19 @@ Result OrvFTPEngine::Upload(QFile &file, const QString &remotePath)
         const QByteArray bytes = file.read(block);
         if (bytes.size() != block)
             return Result::Failure(QStringLiteral("Could't open the specified local file."));
-        data.SetStatus(TcpChannel::SendingBlock);
-        data.Send(bytes);
-        QElapsedTimer sending;
-        sending.start();
-        while (!Cancel() && data.Status() == TcpChannel::SendingBlock) {
-            if (sending.elapsed() > timeouts.uploadBlockMs)
-                return Result::Failure(QStringLiteral("Time out when uploading file."));
-            pump.Round(timeouts.uploadBlockMs + 1 - sending.elapsed());
-        }
+        data.SendBlock(bytes, UploadQueueAllowance);
+        if (!AwaitBlockSent())
+            return Result::Failure(QStringLiteral("Time out when uploading file."));
         remaining -= block;
         if (progress)
             progress(total - remaining, total);
         pump.Breathe();
+    }
+    // Blocks still queued must reach the system before the close that ends the file.
+    if (!Cancel() && data.Status() == TcpChannel::Connected) {
+        data.SendBlock(QByteArray(), 0);
+        if (!AwaitBlockSent())
+            return Result::Failure(QStringLiteral("Time out when uploading file."));
     }
     // Closing the data connection is what tells the server that the file is complete.
     FinishDataConnection();

@@ -1,6 +1,7 @@
 #include "OrvHTTPEngine.h"
 
 #include "HttpResponse.h"
+#include "LastError.h"
 
 namespace {
 
@@ -36,9 +37,7 @@ OrvHTTPEngine::~OrvHTTPEngine()
 
 bool OrvHTTPEngine::Report(const Result &result)
 {
-    if (!result)
-        lastError = result.message;
-    return result.ok;
+    return ReportInto(lastError, result);
 }
 
 bool OrvHTTPEngine::ConnectToServer(const QString &host, int port)
@@ -95,7 +94,8 @@ bool OrvHTTPEngine::HTTPGet(const QString &host, int port, const QString &path, 
     const QString responsePath = localFile + QLatin1String(".http");
     QFile::remove(responsePath);
     QFile response(responsePath);
-    if (!response.open(QIODevice::WriteOnly))
+    // Unbuffered: each block that arrives is on disk at once, not held back in memory.
+    if (!response.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return Report(Result::Failure(QStringLiteral("Could't save file to the specified location.")));
 
     Result fetched = Fetch(host, port, path, &response);

@@ -27,7 +27,7 @@ TcpChannel::TcpChannel()
         emit Activity();
     });
     connect(&socket, &QTcpSocket::bytesWritten, this, [this] {
-        if (status == SendingBlock && socket.bytesToWrite() == 0)
+        if (status == SendingBlock && socket.bytesToWrite() <= blockAllowance)
             status = Connected;
         emit Activity();
     });
@@ -51,6 +51,8 @@ void TcpChannel::Connect(const QString &host, qint64 port)
 
 void TcpChannel::Close()
 {
+    if (socket.state() == QAbstractSocket::ConnectedState)
+        socket.flush();
     socket.abort();
     status = NotConnected;
 }
@@ -59,6 +61,17 @@ void TcpChannel::Send(const QByteArray &bytes)
 {
     socket.write(bytes);
     socket.flush();
+}
+
+void TcpChannel::SendBlock(const QByteArray &block, qint64 allowance)
+{
+    status = SendingBlock;
+    blockAllowance = allowance;
+    socket.write(block);
+    if (socket.bytesToWrite() > allowance)
+        socket.flush();
+    if (status == SendingBlock && socket.bytesToWrite() <= allowance)
+        status = Connected;
 }
 
 void TcpChannel::TakeArrivedBytes()

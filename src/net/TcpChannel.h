@@ -25,11 +25,16 @@ public:
     // Starts connecting; the outcome arrives as an event during a later wait. A port outside
     // 1..65535 fails at once, as a socket error.
     void Connect(const QString &host, qint64 port);
-    // Closes the socket and sets the status to NotConnected.
+    // Closes the socket and sets the status to NotConnected. Bytes still queued are handed to the
+    // system first, as far as it takes them without waiting.
     void Close();
-    // Hands bytes to the socket and pushes them to the system at once, so that a block that fits
-    // is reported sent without another turn of the event loop.
+    // Hands bytes to the socket and pushes them to the system at once.
     void Send(const QByteArray &bytes);
+    // Sends one block of an upload: the status is SendingBlock until no more than `allowance`
+    // bytes wait in the socket's queue. Blocks gather in that queue up to the allowance and go to
+    // the system together, as they did in the system's own socket buffer, rather than costing a
+    // system call each; an allowance of 0 waits until everything has left.
+    void SendBlock(const QByteArray &block, qint64 allowance);
 
     // Milliseconds since bytes last arrived (or since MarkDataTime).
     qint64 MsSinceData() const { return lastData.elapsed(); }
@@ -49,5 +54,6 @@ private:
 
     QTcpSocket socket;
     qint16 status = NotConnected;
+    qint64 blockAllowance = 0;
     QElapsedTimer lastData;
 };

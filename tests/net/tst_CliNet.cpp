@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QTest>
+#include <csignal>
 
 // orvana-cli's ftp and http groups as a user runs them: a real process against real servers.
 class CliNet : public QObject {
@@ -16,6 +17,7 @@ private slots:
     void refusals_data();
     void refusals();
     void httpGet();
+    void interruptCancelsATransfer();
 
 private:
     struct Run {
@@ -146,6 +148,30 @@ void CliNet::httpGet()
     QCOMPARE(run.exitCode, 0);
     QVERIFY2(run.out.startsWith(QLatin1String("HTTP/1.0 200 OK\r\n")), qPrintable(run.out));
     QCOMPARE(ReadAll(work->filePath(QStringLiteral("page.html"))), page);
+}
+
+// Ctrl-C during a stalled download stops it at once: the part that arrived stays, and the
+// command says it was cancelled.
+void CliNet::interruptCancelsATransfer()
+{
+    ScriptedFtpServer server;
+    server.download = "part";
+    server.holdDataOpen = true;
+    QProcess process;
+    process.setWorkingDirectory(work->path());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("ORVANA_FTP_PASSWORD"), QStringLiteral("p"));
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(ORVANA_BIN_DIR "/orvana-cli"),
+                  {"ftp", "get", QStringLiteral("ftp://u@127.0.0.1:%1/a.jpg").arg(server.Port())});
+    // The scripted server answers only while this thread serves events.
+    QTRY_VERIFY_WITH_TIMEOUT(server.commands.contains("RETR /a.jpg"), 10000);
+    QTRY_COMPARE(ReadAll(work->filePath(QStringLiteral("a.jpg"))), QByteArray("part"));
+    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+    QTRY_COMPARE_WITH_TIMEOUT(process.state(), QProcess::NotRunning, 10000);
+    QCOMPARE(process.exitCode(), 1);
+    QVERIFY(process.readAllStandardError().contains("cancelled"));
+    QCOMPARE(ReadAll(work->filePath(QStringLiteral("a.jpg"))), QByteArray("part"));
 }
 
 QTEST_GUILESS_MAIN(CliNet)
