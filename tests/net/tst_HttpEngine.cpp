@@ -1,6 +1,6 @@
 #include "OrvHTTPEngine.h"
 #include "ScriptedServers.h"
-#include "ServerProcesses.h"
+#include "ServerProcess.h"
 #include "TestEnvironment.h"
 
 #include <QDir>
@@ -8,29 +8,47 @@
 #include <QTest>
 #include <QTimer>
 
-// The HTTP engine against python's http.server and a scripted server for malformed responses.
-class HttpEngine : public QObject {
-    Q_OBJECT
-private slots:
-    void realServer();
-    void responses_data();
-    void responses();
-    void requestAsSent();
-    void textResponse();
-    void refusals_data();
-    void refusals();
-};
+// The HTTP engine against python's http.server and a scripted server for malformed responses,
+// silence and cancels.
 
 namespace {
 
 const QByteArray Ok = "HTTP/1.0 200 OK\r\nServer: scripted\r\n\r\n";
+const QString OkHeader = QStringLiteral("HTTP/1.0 200 OK\r\nServer: scripted");
+const QString Invalid = QStringLiteral("The HTTP response is invalid.");
+// With "HTTP/1.0 200 OK\r\nX: " before it, the header's end starts right after byte 16,383.
+const QByteArray Padding(16383 - 20, 'h');
+
+// One scripted fetch into the file "page" of a fresh folder that also holds "folder/inside".
+struct Fetch {
+    Chunks response{};
+    QByteArray body{};  // of "page" afterwards
+    QString lastResponse{};
+    QString lastError{};  // "" when the fetch succeeds
+    bool holdOpen = false;
+    bool listening = true;
+    QString target = QStringLiteral("page");
+    int cancelAfterMs = -1;
+};
 
 } // namespace
+
+Q_DECLARE_METATYPE(Fetch)
+
+class HttpEngine : public QObject {
+    Q_OBJECT
+private slots:
+    void realServer();
+    void fetches_data();
+    void fetches();
+    void requestAsSent();
+    void textResponse();
+};
 
 // Files come back byte for byte, and an error page is content like any other.
 void HttpEngine::realServer()
 {
-    HttpServerProcess server;
+    ServerProcess server(ServerProcess::Http);
     QVERIFY2(server.Started(), "python3 -m http.server did not start");
     QByteArray photo(300000, Qt::Uninitialized);
     for (qsizetype i = 0; i < photo.size(); ++i)
@@ -44,7 +62,6 @@ void HttpEngine::realServer()
     QCOMPARE(ReadAll(out), photo);
     QVERIFY2(engine.LastResponse().startsWith(QLatin1String("HTTP/1.0 200 OK\r\n")), qPrintable(engine.LastResponse()));
     QVERIFY(!engine.LastResponse().endsWith(QLatin1String("\r\n")));
-    QVERIFY(!QFileInfo::exists(out + QStringLiteral(".http")));
 
     QVERIFY(engine.HTTPGet(QStringLiteral("127.0.0.1"), server.Port(), QStringLiteral("/missing"), out));
     QVERIFY(engine.LastResponse().startsWith(QLatin1String("HTTP/1.0 404")));
@@ -52,50 +69,49 @@ void HttpEngine::realServer()
     QCOMPARE(engine.LastError(), QString());
 }
 
-void HttpEngine::responses_data()
+void HttpEngine::fetches_data()
 {
-    QTest::addColumn<Chunks>("response");
-    QTest::addColumn<bool>("succeeds");
-    QTest::addColumn<QByteArray>("body");
-    QTest::addColumn<QString>("lastResponse");
+    QTest::addColumn<Fetch>("fetch");
+    const QByteArray old = "old content";
 
-    const QString okHeader = QStringLiteral("HTTP/1.0 200 OK\r\nServer: scripted");
-    const QByteArray padding(16383 - 20, 'h');  // "HTTP/1.0 200 OK\r\nX: " and these: 16,383 bytes
-    const QString invalid = QStringLiteral("The HTTP response is invalid.");
-    QTest::newRow("body split across reads") << Chunks{"HTTP/1.0 200 OK\r\nSer", "ver: scripted\r\n\r", "\nfirst ", "second"} << true
-                                             << QByteArray("first second") << okHeader;
-    QTest::newRow("empty body") << Chunks{Ok} << true << QByteArray() << okHeader;
-    QTest::newRow("status never examined") << Chunks{"HTTP/1.1 500 Broken\r\n\r\noops"} << true << QByteArray("oops")
-                                           << "HTTP/1.1 500 Broken";
-    QTest::newRow("header end at byte 16,384") << Chunks{"HTTP/1.0 200 OK\r\nX: " + padding + "\r\n\r\nbody"} << true << QByteArray("body")
-                                               << QString::fromLatin1("HTTP/1.0 200 OK\r\nX: " + padding);
-    QTest::newRow("header end at byte 16,385") << Chunks{"HTTP/1.0 200 OK\r\nX: " + padding + "h\r\n\r\nbody"} << false << QByteArray()
-                                               << QString();
-    QTest::newRow("header bytes as characters") << Chunks{"HTTP/1.0 200 OK\r\nX: \xe9t\xe9\r\n\r\n."} << true << QByteArray(".")
-                                                << QString::fromLatin1("HTTP/1.0 200 OK\r\nX: \xe9t\xe9");
-    QTest::newRow("HTML instead of HTTP") << Chunks{"HTML/1.0 200 OK\r\n\r\nbody"} << false << QByteArray() << QString();
-    QTest::newRow("header never ends") << Chunks{"HTTP/1.0 200 OK\r\nX: y\r\n"} << false << QByteArray() << QString();
-    QTest::newRow("nothing at all") << Chunks{} << false << QByteArray() << QString();
+    QTest::newRow("split across reads") << Fetch{.response = {"HTTP/1.0 200 OK\r\nSer", "ver: scripted\r\n\r", "\nfirst ", "second"}, .body = "first second", .lastResponse = OkHeader};
+    QTest::newRow("empty body") << Fetch{.response = {Ok}, .body = "", .lastResponse = OkHeader};
+    QTest::newRow("status never examined") << Fetch{.response = {"HTTP/1.1 500 Broken\r\n\r\noops"}, .body = "oops", .lastResponse = "HTTP/1.1 500 Broken"};
+    QTest::newRow("header bytes as characters") << Fetch{.response = {"HTTP/1.0 200 OK\r\nX: \xe9t\xe9\r\n\r\n."}, .body = ".", .lastResponse = QString::fromLatin1("HTTP/1.0 200 OK\r\nX: \xe9t\xe9")};
+    QTest::newRow("header end at byte 16,384") << Fetch{.response = {"HTTP/1.0 200 OK\r\nX: " + Padding + "\r\n\r\nbody"}, .body = "body", .lastResponse = QString::fromLatin1("HTTP/1.0 200 OK\r\nX: " + Padding)};
+    QTest::newRow("header end at byte 16,385") << Fetch{.response = {"HTTP/1.0 200 OK\r\nX: " + Padding + "h\r\n\r\nbody"}, .body = old, .lastError = Invalid};
+    QTest::newRow("HTML instead of HTTP") << Fetch{.response = {"HTML/1.0 200 OK\r\n\r\nbody"}, .body = old, .lastError = Invalid};
+    QTest::newRow("header never ends") << Fetch{.response = {"HTTP/1.0 200 OK\r\nX: y\r\n"}, .body = old, .lastError = Invalid};
+    QTest::newRow("nothing at all") << Fetch{.response = {}, .body = old, .lastError = Invalid};
+    QTest::newRow("nothing listening") << Fetch{.body = old, .lastError = "Could't connect to the specified HTTP server.", .listening = false};
+    QTest::newRow("silent after the header") << Fetch{.response = {Ok + "part"}, .body = old, .lastError = "Time out when getting remote file.", .holdOpen = true};
+    QTest::newRow("cancelled after the header") << Fetch{.response = {Ok + "part"}, .body = "part", .lastResponse = OkHeader, .holdOpen = true, .cancelAfterMs = 150};
+    QTest::newRow("cancelled within the header") << Fetch{.response = {"HTTP/1.0 200 OK\r\n"}, .body = old, .lastError = Invalid, .holdOpen = true, .cancelAfterMs = 150};
+    QTest::newRow("folder of the target missing") << Fetch{.response = {Ok}, .body = old, .lastError = "Could't save file to the specified location.", .target = "no/such/page"};
+    QTest::newRow("target is a folder with files") << Fetch{.response = {Ok + "x"}, .body = old, .lastResponse = OkHeader, .lastError = Invalid, .target = "folder"};
 }
 
-void HttpEngine::responses()
+void HttpEngine::fetches()
 {
-    QFETCH(Chunks, response);
-    QFETCH(bool, succeeds);
-    QFETCH(QByteArray, body);
-    QFETCH(QString, lastResponse);
-
+    QFETCH(Fetch, fetch);
     ScriptedHttpServer server;
-    server.response = response;
+    server.response = fetch.response;
+    server.holdOpen = fetch.holdOpen;
     QTemporaryDir local;
-    const QString out = local.filePath(QStringLiteral("page"));
-    WriteAll(out, "old content");
+    QDir(local.path()).mkdir(QStringLiteral("folder"));
+    WriteAll(local.filePath(QStringLiteral("folder/inside")), "x");
+    WriteAll(local.filePath(QStringLiteral("page")), "old content");
     OrvHTTPEngine engine;
-    QCOMPARE(engine.HTTPGet(QStringLiteral("127.0.0.1"), server.Port(), QStringLiteral("/"), out), succeeds);
-    QCOMPARE(engine.LastError(), succeeds ? QString() : QStringLiteral("The HTTP response is invalid."));
-    QCOMPARE(engine.LastResponse(), lastResponse);
-    QCOMPARE(ReadAll(out), succeeds ? body : QByteArray("old content"));
-    QCOMPARE(QDir(local.path()).entryList(QDir::Files), QStringList{QStringLiteral("page")});
+    engine.SetTimeouts({2000, 400});
+    if (fetch.cancelAfterMs >= 0)
+        QTimer::singleShot(fetch.cancelAfterMs, [&engine] { engine.SetCancel(true); });
+
+    const quint16 port = fetch.listening ? server.Port() : ClosedPort();
+    QCOMPARE(engine.HTTPGet(QStringLiteral("127.0.0.1"), port, QStringLiteral("/"), local.filePath(fetch.target)), fetch.lastError.isEmpty());
+    QCOMPARE(engine.LastError(), fetch.lastError);
+    QCOMPARE(engine.LastResponse(), fetch.lastResponse);
+    QCOMPARE(ReadAll(local.filePath(QStringLiteral("page"))), fetch.body);
+    QVERIFY(!QFileInfo::exists(local.filePath(fetch.target) + QStringLiteral(".http")));
     QCOMPARE(engine.TcpDataStatus(), 0);
 }
 
@@ -119,61 +135,6 @@ void HttpEngine::textResponse()
     QVERIFY(engine.HTTPGetText(QStringLiteral("127.0.0.1"), server.Port(), QStringLiteral("/"), text));
     QCOMPARE(text, QStringLiteral("HTTP/1.0 200 OK\r\n\r\n<?xml version=\"1.0\"?><plist/>"));
     QCOMPARE(engine.LastResponse(), QString());
-}
-
-// Failures, and a cancel that still keeps what arrived.
-void HttpEngine::refusals_data()
-{
-    QTest::addColumn<Chunks>("response");
-    QTest::addColumn<bool>("holdOpen");
-    QTest::addColumn<bool>("listening");
-    QTest::addColumn<QString>("target");  // inside the test's folder
-    QTest::addColumn<int>("cancelAfterMs");  // -1: never
-    QTest::addColumn<bool>("succeeds");
-    QTest::addColumn<QString>("lastError");
-    QTest::addColumn<QByteArray>("body");
-
-    QTest::newRow("nothing listening") << Chunks{} << false << false << "out" << -1 << false
-                                       << "Could't connect to the specified HTTP server." << QByteArray();
-    QTest::newRow("silent after the header") << Chunks{Ok + "part"} << true << true << "out" << -1 << false
-                                             << "Time out when getting remote file." << QByteArray();
-    QTest::newRow("cancelled after the header") << Chunks{Ok + "part"} << true << true << "out" << 150 << true << QString()
-                                                << QByteArray("part");
-    QTest::newRow("cancelled before the header ends") << Chunks{"HTTP/1.0 200 OK\r\n"} << true << true << "out" << 150 << false
-                                                      << "The HTTP response is invalid." << QByteArray();
-    QTest::newRow("folder of the target missing") << Chunks{Ok} << false << true << "no/such/out" << -1 << false
-                                                  << "Could't save file to the specified location." << QByteArray();
-    QTest::newRow("target is a folder with files") << Chunks{Ok + "x"} << false << true << "folder" << -1 << false
-                                                   << "The HTTP response is invalid." << QByteArray();
-}
-
-void HttpEngine::refusals()
-{
-    QFETCH(Chunks, response);
-    QFETCH(bool, holdOpen);
-    QFETCH(bool, listening);
-    QFETCH(QString, target);
-    QFETCH(int, cancelAfterMs);
-    QFETCH(bool, succeeds);
-    QFETCH(QString, lastError);
-    QFETCH(QByteArray, body);
-
-    ScriptedHttpServer server;
-    server.response = response;
-    server.holdOpen = holdOpen;
-    QTemporaryDir local;
-    QDir(local.path()).mkdir(QStringLiteral("folder"));
-    WriteAll(local.filePath(QStringLiteral("folder/inside")), "x");
-    OrvHTTPEngine engine;
-    engine.SetTimeouts({2000, 400});
-    if (cancelAfterMs >= 0)
-        QTimer::singleShot(cancelAfterMs, [&engine] { engine.SetCancel(true); });
-    const quint16 port = listening ? server.Port() : ClosedPort();
-    QCOMPARE(engine.HTTPGet(QStringLiteral("127.0.0.1"), port, QStringLiteral("/"), local.filePath(target)), succeeds);
-    QCOMPARE(engine.LastError(), lastError);
-    if (succeeds)
-        QCOMPARE(ReadAll(local.filePath(target)), body);
-    QVERIFY(!QFileInfo::exists(local.filePath(target) + QStringLiteral(".http")));
 }
 
 QTEST_GUILESS_MAIN(HttpEngine)
