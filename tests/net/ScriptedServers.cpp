@@ -54,10 +54,12 @@ ScriptedFtpServer::ScriptedFtpServer()
     });
     connect(&data, &QTcpServer::newConnection, this, [this] {
         dataSocket = data.nextPendingConnection();
-        if (ignoreUpload)
-            dataSocket->setReadBufferSize(1);
+        if (ignoreUpload || readUploadSlowly)
+            dataSocket->setReadBufferSize(ignoreUpload ? 1 : 64 * 1024);
         connect(dataSocket, &QTcpSocket::readyRead, this, [this] {
-            if (!ignoreUpload)
+            if (readUploadSlowly)
+                QTimer::singleShot(2, dataSocket, [this] { uploaded += dataSocket->readAll(); });
+            else if (!ignoreUpload)
                 uploaded += dataSocket->readAll();
         });
         connect(dataSocket, &QTcpSocket::disconnected, this, [this] {

@@ -37,6 +37,8 @@ public:
     bool holdDataOpen = false;
     // Never read the data connection, so an upload fills the buffers and stalls.
     bool ignoreUpload = false;
+    // Read an upload slowly, so that the buffers stay full to its end.
+    bool readUploadSlowly = false;
 
     // Every command line received, without its line end, and the bytes uploaded.
     QList<QByteArray> commands;

@@ -164,6 +164,16 @@ void FtpScripted::replies_data()
                return !engine.PutFile(folder + QStringLiteral("/big"), QStringLiteral("big"));
            })
         << true << "Time out when uploading file." << login + QList<QByteArray>{"PASV", "TYPE I", "STOR big"};
+    QTest::newRow("upload under back-pressure arrives whole")
+        << Script([](auto &s) { s.readUploadSlowly = true; })
+        << Call([](auto &engine, auto &server, auto &folder) {
+               const QByteArray photo(qsizetype{12} * 1024 * 1024 + 5, 'p');
+               WriteAll(folder + QStringLiteral("/photo"), photo);
+               engine.SetNeedChangeModeTo755(false);
+               return LogIn(engine, server) && engine.PutFile(folder + QStringLiteral("/photo"), QStringLiteral("photo")) &&
+                      QTest::qWaitFor([&] { return server.uploaded.size() >= photo.size(); }, 10000) && server.uploaded == photo;
+           })
+        << true << noError << login + QList<QByteArray>{"PASV", "TYPE I", "STOR photo"};
     QTest::newRow("storing refused") << Reply("STOR", {"553 Not allowed.\r\n"})
                                      << AfterLogIn([](auto &engine, auto &folder) {
                                             WriteAll(folder + QStringLiteral("/f"), "x");
