@@ -1,3 +1,4 @@
+#include "CliRunner.h"
 #include "ScriptedServers.h"
 #include "ServerProcess.h"
 #include "TestEnvironment.h"
@@ -20,12 +21,7 @@ private slots:
     void interruptCancelsATransfer();
 
 private:
-    struct Run {
-        int exitCode;
-        QString out;
-        QString err;
-    };
-    Run Cli(const QStringList &arguments, const QString &password = QString::fromLatin1(ServerProcess::Password));
+    CliRun Cli(const QStringList &arguments, const QString &password = QString::fromLatin1(ServerProcess::Password));
     QString Address(const QString &path) const;
 
     std::unique_ptr<ServerProcess> ftp;
@@ -43,22 +39,14 @@ void CliNet::init()
     work = std::make_unique<QTemporaryDir>();
 }
 
-CliNet::Run CliNet::Cli(const QStringList &arguments, const QString &password)
+CliRun CliNet::Cli(const QStringList &arguments, const QString &password)
 {
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("HOME"), work->path());
-    environment.remove(QStringLiteral("ORVANA_FTP_PASSWORD"));
-    if (!password.isNull())
-        environment.insert(QStringLiteral("ORVANA_FTP_PASSWORD"), password);
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(work->path());
-    process.start(QStringLiteral(ORVANA_BIN_DIR "/orvana-cli"), arguments);
-    process.closeWriteChannel();
-    if (!process.waitForFinished(60000))
-        return {-1, {}, QStringLiteral("did not finish")};
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+    // The child takes this process's environment.
+    if (password.isNull())
+        qunsetenv("ORVANA_FTP_PASSWORD");
+    else
+        qputenv("ORVANA_FTP_PASSWORD", password.toUtf8());
+    return RunCli(work->path(), arguments);
 }
 
 QString CliNet::Address(const QString &path) const
@@ -76,7 +64,7 @@ void CliNet::filesRoundTrip()
     WriteAll(work->filePath(QStringLiteral("Beach 01.jpg")), photo);
 
     const auto succeeds = [this](const QStringList &arguments) {
-        const Run run = Cli(arguments);
+        const CliRun run = Cli(arguments);
         if (run.exitCode != 0)
             qWarning() << arguments << run.err;
         return run.exitCode == 0 ? run.out : QStringLiteral("failed");
@@ -129,7 +117,7 @@ void CliNet::refusals()
     QFETCH(QString, err);
     arguments.replaceInStrings(QStringLiteral("ADDRESS"), Address(QString()));
     arguments.replaceInStrings(QStringLiteral("CLOSED"), QString::number(ClosedPort()));
-    const Run run = Cli(arguments, password);
+    const CliRun run = Cli(arguments, password);
     QCOMPARE(run.exitCode, exitCode);
     QVERIFY2(run.err.contains(err), qPrintable(run.err));
 }
@@ -141,7 +129,7 @@ void CliNet::httpGet()
     const QByteArray page = "<html>Album</html>\n";
     WriteAll(http.Root() + QStringLiteral("/index.html"), page);
     const QString address = QStringLiteral("http://127.0.0.1:%1/index.html").arg(http.Port());
-    const Run run = Cli({"http", "get", address, "page.html", "--headers"});
+    const CliRun run = Cli({"http", "get", address, "page.html", "--headers"});
     QCOMPARE(run.exitCode, 0);
     QVERIFY2(run.out.startsWith(QLatin1String("HTTP/1.0 200 OK\r\n")), qPrintable(run.out));
     QCOMPARE(ReadAll(work->filePath(QStringLiteral("page.html"))), page);
