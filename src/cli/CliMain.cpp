@@ -13,6 +13,7 @@ constexpr CliGroup Groups[] = {
     {"text", "KEY SECTION                   localised text in the current language", RunText},
     {"ftp", "ls|get|put|mkdir|rmdir|rm|rename ftp://USER@HOST[:PORT]/PATH [LOCAL|NEWNAME]", RunFtp},
     {"http", "get http://HOST[:PORT]/PATH OUT    one resource into a file", RunHttp},
+    {"image", "tags|thumbnail|rotate|edit ...  one photo file's tags, thumbnail and edits", RunImage},
 };
 
 QString TopLevelHelp()

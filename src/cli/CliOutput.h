@@ -28,3 +28,4 @@ int RunAlbum(const QStringList &arguments);
 int RunConvert(const QStringList &arguments);
 int RunFtp(const QStringList &arguments);
 int RunHttp(const QStringList &arguments);
+int RunImage(const QStringList &arguments);
