@@ -1,7 +1,23 @@
 #include "AppState.h"
 
+#include "Settings.h"
+
+#include <algorithm>
+
 AppStateValues &AppState()
 {
     static AppStateValues values;
     return values;
+}
+
+void ReadAppStateFromSettings()
+{
+    const QString system = QStringLiteral("System");
+    AppStateValues &state = AppState();
+    // Any value other than 0 means the package format.
+    state.defaultAlbumFormat = SettingInteger(ReadSetting(system, QStringLiteral("DefaultAlbumFormat"))) != 0 ? 1 : 0;
+    state.checkModifiedWhenOpenFolder = SettingNumber(ReadSetting(system, QStringLiteral("CheckModifiedWhenOpenFolder"))) != 0;
+    state.checkModifiedWhenOpenAlbum = SettingNumber(ReadSetting(system, QStringLiteral("CheckModifiedWhenOpenAlbum"))) != 0;
+    const int tab = SettingInteger(ReadSetting(QStringLiteral("Layout"), QStringLiteral("SelectedExtraTab")));
+    state.selectedExtraTab = static_cast<std::int16_t>(std::clamp(tab, -32768, 32767));
 }

@@ -12,3 +12,6 @@ struct AppStateValues {
 };
 
 AppStateValues &AppState();
+
+// Reads the values from the settings file, writing nothing.
+void ReadAppStateFromSettings();

@@ -33,7 +33,7 @@ QString AppPath()
 
 QString ResourcesFolder()
 {
-    const QString beside = AppPath() + QStringLiteral("/Resources");
+    QString beside = AppPath() + QStringLiteral("/Resources");
     if (FolderExists(beside))
         return beside;
     return QDir::cleanPath(AppPath() + QStringLiteral("/../share/orvana/Resources"));

@@ -29,7 +29,7 @@ Lines SplitLines(const QByteArray &content)
     if (body.isEmpty())
         return result;
     result.endsWithEol = body.endsWith('\n');
-    const int firstNewline = body.indexOf('\n');
+    const qsizetype firstNewline = body.indexOf('\n');
     if (firstNewline >= 0 && (firstNewline == 0 || body.at(firstNewline - 1) != '\r'))
         result.crlf = false;
     result.lines = body.split('\n');
@@ -55,7 +55,7 @@ std::optional<QString> SectionName(const QByteArray &line)
     const QByteArray trimmed = line.trimmed();
     if (!trimmed.startsWith('['))
         return std::nullopt;
-    const int close = trimmed.indexOf(']');
+    const qsizetype close = trimmed.indexOf(']');
     if (close < 0)
         return std::nullopt;
     return QString::fromUtf8(trimmed.mid(1, close - 1)).trimmed();
@@ -69,13 +69,13 @@ bool IsComment(const QByteArray &line)
 // A line without "=" is a key with an empty value.
 QString KeyName(const QByteArray &line)
 {
-    const int eq = line.indexOf('=');
+    const qsizetype eq = line.indexOf('=');
     return QString::fromUtf8(eq < 0 ? line : line.left(eq)).trimmed();
 }
 
 QString ValueOf(const QByteArray &line)
 {
-    const int eq = line.indexOf('=');
+    const qsizetype eq = line.indexOf('=');
     if (eq < 0)
         return {};
     QString value = QString::fromUtf8(line.mid(eq + 1)).trimmed();

@@ -2,6 +2,9 @@
 
 #include "Settings.h"
 
+#include <algorithm>
+#include <span>
+
 namespace {
 
 QString SlotKey(int slot)
@@ -28,20 +31,15 @@ void RecentDocList::Load()
 
 void RecentDocList::Add(const QString &path)
 {
-    for (int i = 0; i < count; ++i) {
-        if (paths[static_cast<std::size_t>(i)] == path) {
-            for (int j = i; j + 1 < count; ++j)
-                paths[static_cast<std::size_t>(j)] = paths[static_cast<std::size_t>(j + 1)];
-            --count;
-            break;
-        }
+    auto used = std::span(paths).first(static_cast<std::size_t>(count));
+    if (const auto found = std::find(used.begin(), used.end(), path); found != used.end()) {
+        std::rotate(found, found + 1, used.end());
+        --count;
     }
-    if (count == Capacity) {
-        for (int j = 0; j + 1 < Capacity; ++j)
-            paths[static_cast<std::size_t>(j)] = paths[static_cast<std::size_t>(j + 1)];
-    } else {
+    if (count == Capacity)
+        std::rotate(paths.begin(), paths.begin() + 1, paths.end()); // the oldest falls out
+    else
         ++count;
-    }
     paths[static_cast<std::size_t>(count - 1)] = path;
 }
 

@@ -63,21 +63,14 @@ void DefaultSharedServer()
     WriteSetting(SystemSection, QStringLiteral("SharedServer"), chinese ? RegionalSharedServer() : QString());
 }
 
-void ReadProcessSettings()
+void SettleProcessSettings()
 {
-    AppStateValues &state = AppState();
-    state.defaultAlbumFormat = SettingInteger(ReadSetting(SystemSection, QStringLiteral("DefaultAlbumFormat"))) != 0 ? 1 : 0;
-
     const QString onOpenFolder = QStringLiteral("CheckModifiedWhenOpenFolder");
     if (ReadSetting(SystemSection, onOpenFolder).isEmpty())
         WriteSetting(SystemSection, onOpenFolder, QStringLiteral("1"));
-    state.checkModifiedWhenOpenFolder = SettingNumber(ReadSetting(SystemSection, onOpenFolder)) != 0;
-    state.checkModifiedWhenOpenAlbum =
-        SettingNumber(ReadSetting(SystemSection, QStringLiteral("CheckModifiedWhenOpenAlbum"))) != 0;
-
+    ReadAppStateFromSettings();
+    // Every start resets the quick-thumbnail mode.
     WriteSetting(QStringLiteral("Layout"), QStringLiteral("FastMakeThumbnail"), QStringLiteral("0"));
-    const int tab = SettingInteger(ReadSetting(QStringLiteral("Layout"), QStringLiteral("SelectedExtraTab")));
-    state.selectedExtraTab = static_cast<std::int16_t>(std::clamp(tab, -32768, 32767));
     RecentDocs().Clear();
 }
 
@@ -186,7 +179,7 @@ StartupOutcome RunStartup(StartupHost &host, const QString &commandLine)
     RepairLibraryFolder();
     DefaultSharedServer();
     host.LoadMapServerTemplates();
-    ReadProcessSettings();
+    SettleProcessSettings();
 
     if (commandLine == QLatin1String("/VersionUpdater")) {
         host.ShowUpdaterWindow();

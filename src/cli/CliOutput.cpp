@@ -1,5 +1,9 @@
 #include "CliOutput.h"
 
+#include "AppState.h"
+#include "Language.h"
+#include "Settings.h"
+
 #include <QTextStream>
 #include <cstdio>
 
@@ -26,4 +30,14 @@ int UsageError(const QString &message, const QString &usage)
 bool WantsHelp(const QStringList &arguments)
 {
     return arguments.contains(QLatin1String("--help")) || arguments.contains(QLatin1String("-h"));
+}
+
+void UseUserSettings()
+{
+    // A broken language folder reads as English, as it does for the windows.
+    SetCurrentLanguage(ReadSetting(QStringLiteral("Language"), QStringLiteral("Current")));
+    if (!CurrentLanguage().isEmpty()
+        && GetLocalizedString(QStringLiteral("LanguageName"), QStringLiteral("OrvDocument")) != CurrentLanguage())
+        SetCurrentLanguage(QStringLiteral("English"));
+    ReadAppStateFromSettings();
 }

@@ -19,6 +19,13 @@ struct CliGroup {
     int (*run)(const QStringList &arguments);
 };
 
+// Takes the user's interface language and album settings as the windows would.
+void UseUserSettings();
+
 int RunSettings(const QStringList &arguments);
 int RunText(const QStringList &arguments);
+int RunAlbum(const QStringList &arguments);
+int RunConvert(const QStringList &arguments);
+int RunFtp(const QStringList &arguments);
+int RunHttp(const QStringList &arguments);
 int RunImage(const QStringList &arguments);

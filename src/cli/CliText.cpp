@@ -1,7 +1,6 @@
 #include "CliOutput.h"
 
 #include "Language.h"
-#include "Settings.h"
 
 namespace {
 
@@ -19,11 +18,7 @@ int RunText(const QStringList &arguments)
     }
     if (arguments.size() != 2)
         return UsageError(QStringLiteral("text takes KEY and SECTION"), Usage);
-    // The language the windows would use; a broken language folder reads as English.
-    SetCurrentLanguage(ReadSetting(QStringLiteral("Language"), QStringLiteral("Current")));
-    if (!CurrentLanguage().isEmpty()
-        && GetLocalizedString(QStringLiteral("LanguageName"), QStringLiteral("OrvDocument")) != CurrentLanguage())
-        SetCurrentLanguage(QStringLiteral("English"));
+    UseUserSettings();
     PrintOut(GetLocalizedString(arguments.at(0), arguments.at(1)));
     return ExitDone;
 }

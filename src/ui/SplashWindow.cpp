@@ -16,7 +16,7 @@ constexpr double FadeStep = 0.08;
 
 QString SplashPicture()
 {
-    const QString localised = ResourcesFolder() + u'/' + CurrentLanguage() + QStringLiteral("/OrvWelcome.jpg");
+    QString localised = ResourcesFolder() + u'/' + CurrentLanguage() + QStringLiteral("/OrvWelcome.jpg");
     if (QFileInfo::exists(localised))
         return localised;
     return ResourcesFolder() + QStringLiteral("/English/OrvWelcome.jpg");

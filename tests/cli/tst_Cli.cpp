@@ -1,7 +1,7 @@
+#include "CliRunner.h"
 #include "TestEnvironment.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QTest>
 
 // orvana-cli run as a separate process under a HOME of the test's own.
@@ -14,35 +14,14 @@ private slots:
     void settingsShareTheProgramsFile();
 
 private:
-    struct Run {
-        int exitCode;
-        QString out;
-        QString err;
-    };
-    Run Cli(const QStringList &arguments);
+    using Run = CliRun;
+    Run Cli(const QStringList &arguments) { return RunCli(home->path(), arguments); }
     std::unique_ptr<QTemporaryDir> home;
 };
 
 void CliTest::init()
 {
     home = std::make_unique<QTemporaryDir>();
-}
-
-CliTest::Run CliTest::Cli(const QStringList &arguments)
-{
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("HOME"), home->path());
-    environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-    environment.remove(QStringLiteral("XDG_CONFIG_HOME"));
-    environment.remove(QStringLiteral("XDG_DOCUMENTS_DIR"));
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(ORVANA_BIN_DIR "/orvana-cli"), arguments);
-    if (!process.waitForFinished(30000))
-        return {-1, {}, QStringLiteral("did not finish")};
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
 }
 
 void CliTest::commands_data()

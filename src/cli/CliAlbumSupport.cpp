@@ -1,0 +1,78 @@
+#include "CliAlbumSupport.h"
+
+#include "CliOutput.h"
+#include "Language.h"
+#include "PhotoRecord.h"
+
+#include <QDir>
+#include <QTextStream>
+
+bool CliPrompter::AskYesNo(const QString &title, const QString &text)
+{
+    QTextStream(stderr) << title << ": " << text << (yes ? " yes\n" : " no\n");
+    return yes;
+}
+
+void CliPrompter::Inform(const QString &title, const QString &text)
+{
+    QTextStream(stderr) << title << ": " << text << '\n';
+}
+
+void CliPrompter::Error(const QString &title, const QString &text)
+{
+    QTextStream(stderr) << title << ": " << text << '\n';
+}
+
+// Nothing is read from standard input: the text comes from the command line or is not given.
+std::optional<QString> CliPrompter::AskText(const QString &, const QString &, const QString &)
+{
+    return std::nullopt;
+}
+
+QString Message(const char *key, const char *section, const QString &argument)
+{
+    QString text = GetLocalizedString(QLatin1String(key), QLatin1String(section));
+    text.replace(QStringLiteral("\\r\\n"), QStringLiteral(" "));
+    return argument.isNull() ? text : text.replace(QStringLiteral("%1"), argument);
+}
+
+std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path)
+{
+    AlbumDocument::OpenResult opened = AlbumDocument::Open(QDir::current().absoluteFilePath(path));
+    if (opened.status != OpenAlbumStatus::Ready) {
+        Fail(GetLocalizedString(QStringLiteral("MessageFailToOpenAlbum"), QStringLiteral("OrvDocument")) + QStringLiteral(" (") + path + u')');
+        return nullptr;
+    }
+    if (!opened.load) {
+        Fail(opened.load.message);
+        return nullptr;
+    }
+    for (const int index : opened.document->UnsafeRecords()) {
+        QTextStream(stderr) << QStringLiteral("orvana-cli: record %1 names \"%2\", which is not a file of the album; it is left alone\n")
+                                   .arg(index)
+                                   .arg(opened.document->Record(PhotoRecord::File, index));
+    }
+    return std::move(opened.document);
+}
+
+int SaveAndFinish(AlbumDocument &document)
+{
+    if (!document.IsModified())
+        return ExitDone;
+    const Result saved = document.SaveDocumentToFile();
+    return saved ? ExitDone : Fail(saved.message);
+}
+
+std::optional<QList<int>> RecordsNamed(const AlbumDocument &document, const QStringList &names)
+{
+    QList<int> indices;
+    for (const QString &name : names) {
+        const int index = document.FindRecord(name);
+        if (index == 0 || !PhotoRecord::IsBareFileName(name)) {
+            Fail(QStringLiteral("\"%1\" is not a photo of this album").arg(name));
+            return std::nullopt;
+        }
+        indices << index;
+    }
+    return indices;
+}

@@ -1,0 +1,39 @@
+#include "CliAlbumSupport.h"
+#include "CliOutput.h"
+
+#include "AlbumFormat.h"
+
+#include <QDir>
+
+int RunConvert(const QStringList &arguments)
+{
+    const QString usage = QStringLiteral("orvana-cli convert FOLDER\nTurns a plain folder of photos into an album named FOLDER.album.");
+    if (WantsHelp(arguments)) {
+        PrintOut(QStringLiteral("usage: ") + usage);
+        return ExitDone;
+    }
+    if (arguments.size() != 1)
+        return UsageError(QStringLiteral("convert takes FOLDER"), usage);
+    UseUserSettings();
+    const QString folder = QDir::cleanPath(QDir::current().absoluteFilePath(arguments[0]));
+    const ConvertResult converted = ConvertDoc(folder);
+    switch (converted.status) {
+    case ConvertStatus::Converted:
+        break;
+    case ConvertStatus::NonPhotoContained:
+        return Fail(Message("MessageNon-photoContained", "OrvDocument"));
+    case ConvertStatus::AlreadyAlbum:
+        return Fail(Message("MessageAlreadyBeAlbum", "OrvDocument"));
+    case ConvertStatus::Missing:
+        return Fail(QStringLiteral("%1 is not a folder").arg(folder));
+    case ConvertStatus::TargetExists:
+        return Fail(QStringLiteral("%1.album exists already").arg(folder));
+    case ConvertStatus::MoveFailed:
+        return Fail(QStringLiteral("%1 could not be moved").arg(folder));
+    }
+    // Opened once, as the windows do after converting, so the folder is an album from now on.
+    if (!OpenAlbumForCli(converted.albumPath))
+        return ExitFailed;
+    PrintOut(converted.albumPath);
+    return ExitDone;
+}

@@ -1,0 +1,52 @@
+#include "InfoExchange.h"
+
+#include "AlbumDocument.h"
+#include "DataList.h"
+#include "Paths.h"
+#include "PhotoRecord.h"
+
+QString InfoExchangePath()
+{
+    return GetUserDataFolder() + QStringLiteral("/InfoExchange.plist");
+}
+
+const QStringList &ExchangedKeys()
+{
+    using namespace PhotoRecord;
+    static const QStringList keys = {Description, Keywords, CaptureDate, Longitude, Latitude, Elevation, Star};
+    return keys;
+}
+
+bool WriteInfoExchange(const QString &path, const AlbumDocument &document, const QList<int> &indices)
+{
+    DataList list;
+    list.SetDocumentProperty(QStringLiteral("Format"), QStringLiteral("com.veltrix.orvana.infoexchange.datalist"));
+    list.SetDocumentProperty(QStringLiteral("Version"), QStringLiteral("1.0"));
+    list.SetDocumentProperty(QStringLiteral("Title"), QStringLiteral("Orvana Media Information Exchange"));
+    for (const int index : indices) {
+        const QString file = document.PhotoFilePath(index);
+        if (file.isEmpty())
+            continue;
+        list.AddItem(list.ItemCount() + 1);
+        const int item = list.ItemCount();
+        list.SetItemProperty(PhotoRecord::File, file, item);
+        for (const QString &key : ExchangedKeys())
+            list.SetItemProperty(key, document.Record(key, index), item);
+    }
+    return list.Save(path);
+}
+
+std::vector<ExchangedPhoto> ReadInfoExchange(const QString &path)
+{
+    DataList list;
+    if (!list.Load(path))
+        return {};
+    std::vector<ExchangedPhoto> photos;
+    for (int i = 1; i <= list.ItemCount(); ++i) {
+        ExchangedPhoto photo{list.GetItemProperty(PhotoRecord::File, i), {}};
+        for (const QString &key : ExchangedKeys())
+            photo.values.insert(key, list.GetItemProperty(key, i));
+        photos.push_back(std::move(photo));
+    }
+    return photos;
+}

@@ -1,0 +1,21 @@
+#include "CliRunner.h"
+
+#include <QProcess>
+
+CliRun RunCli(const QString &home, const QStringList &arguments, const QString &workingFolder)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), home);
+    environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    environment.remove(QStringLiteral("XDG_CONFIG_HOME"));
+    environment.remove(QStringLiteral("XDG_DOCUMENTS_DIR"));
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(workingFolder.isEmpty() ? home : workingFolder);
+    process.start(QStringLiteral(ORVANA_BIN_DIR "/orvana-cli"), arguments);
+    if (!process.waitForFinished(60000))
+        return {-1, {}, QStringLiteral("did not finish")};
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
+}
