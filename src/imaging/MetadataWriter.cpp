@@ -2,6 +2,7 @@
 
 #include "ExifToolSession.h"
 #include "ImageTags.h"
+#include "ProgressSink.h"
 #include "ShellAndWait.h"
 #include "TagReader.h"
 #include "TagRules.h"
@@ -48,6 +49,23 @@ MetadataWriteReport NothingToWrite(const QString &photoPath)
     return report;
 }
 
+// One photo of a batch, through the batch's ExifTool process, which is started when first
+// needed and again after it went away.
+MetadataWriteReport WriteThroughSession(const MetadataWriteJob &job, std::unique_ptr<ExifToolSession> &session)
+{
+    const QStringList arguments = ExifToolArguments(job.values, job.photoPath);
+    if (arguments.isEmpty())
+        return NothingToWrite(job.photoPath);
+    if (!ExifToolSession::CanCarry(arguments))
+        return Report(job.photoPath, job.values, RunProgram(ExifToolProgram(), arguments, ExifToolTimeoutMs));
+    if (!session)
+        session = std::make_unique<ExifToolSession>(ExifToolProgram());
+    const ProcessRun run = session->Execute(arguments);
+    if (!run.finished)
+        session.reset();
+    return Report(job.photoPath, job.values, run);
+}
+
 } // namespace
 
 MetadataWriteReport WriteMetadata(const QString &photoPath, const PhotoMetadata &values)
@@ -55,33 +73,19 @@ MetadataWriteReport WriteMetadata(const QString &photoPath, const PhotoMetadata 
     const QStringList arguments = ExifToolArguments(values, photoPath);
     if (arguments.isEmpty())
         return NothingToWrite(photoPath);
-    return Report(photoPath, values, RunAndWait(ExifToolProgram(), arguments, ExifToolTimeoutMs));
+    return Report(photoPath, values, RunProgram(ExifToolProgram(), arguments, ExifToolTimeoutMs));
 }
 
-QList<MetadataWriteReport> WriteMetadataBatch(const QList<MetadataWriteJob> &jobs, const WriteProgress &progress)
+QList<MetadataWriteReport> WriteMetadataBatch(const QList<MetadataWriteJob> &jobs, ProgressSink *progress)
 {
     QList<MetadataWriteReport> reports;
     std::unique_ptr<ExifToolSession> session;
-    for (qsizetype index = 0; index < jobs.size(); ++index) {
-        const MetadataWriteJob &job = jobs[index];
-        if (progress && !progress(index, job.photoPath))
+    for (const MetadataWriteJob &job : jobs) {
+        if (progress && progress->Cancelled())
             break;
-        const QStringList arguments = ExifToolArguments(job.values, job.photoPath);
-        if (arguments.isEmpty()) {
-            reports << NothingToWrite(job.photoPath);
-            continue;
-        }
-        if (!ExifToolSession::CanCarry(arguments)) {
-            reports << Report(job.photoPath, job.values, RunAndWait(ExifToolProgram(), arguments, ExifToolTimeoutMs));
-            continue;
-        }
-        if (!session)
-            session = std::make_unique<ExifToolSession>(ExifToolProgram());
-        const ProcessRun run = session->Execute(arguments);
-        // A process that went away is started again for the photos that follow.
-        if (!run.finished)
-            session.reset();
-        reports << Report(job.photoPath, job.values, run);
+        reports << WriteThroughSession(job, session);
+        if (progress)
+            progress->Advance(static_cast<int>(reports.size()));
     }
     return reports;
 }

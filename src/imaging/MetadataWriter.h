@@ -5,7 +5,8 @@
 #include "Result.h"
 
 #include <QList>
-#include <functional>
+
+class ProgressSink;
 
 // How one photo's write went.
 struct MetadataWriteReport {
@@ -23,13 +24,11 @@ struct MetadataWriteJob {
     PhotoMetadata values;
 };
 
-// Told before each photo of a batch; returning false stops the batch there.
-using WriteProgress = std::function<bool(qsizetype index, const QString &photoPath)>;
-
 // Writes many photos through one ExifTool process, with the same arguments, checks and result
-// per photo as WriteMetadata. The reports follow the jobs; when progress stops the batch they
-// end with the last photo handled.
-QList<MetadataWriteReport> WriteMetadataBatch(const QList<MetadataWriteJob> &jobs, const WriteProgress &progress = {});
+// per photo as WriteMetadata. The reports follow the jobs. The progress sink, begun and ended by
+// the caller, advances after each photo; when it is cancelled the batch stops before the next
+// photo and the reports end with the last photo handled.
+QList<MetadataWriteReport> WriteMetadataBatch(const QList<MetadataWriteJob> &jobs, ProgressSink *progress = nullptr);
 
 // The program's long-standing entry: false only when there was nothing to write; the outcome of
 // the run itself is not reported.

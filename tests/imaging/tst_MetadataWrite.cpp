@@ -1,5 +1,6 @@
 #include "ImagingTestSupport.h"
 #include "MetadataWriter.h"
+#include "ProgressSink.h"
 #include "ShellAndWait.h"
 #include "TestEnvironment.h"
 
@@ -20,6 +21,7 @@ private slots:
     void writesWhatWasTyped();
     void existingLatinIptcSurvivesUtf8();
     void nothingToWriteRunsNothing();
+    void batchStopsWhenCancelled();
     void shellAndWaitMessages();
 
 private:
@@ -142,6 +144,30 @@ void MetadataWrite::nothingToWriteRunsNothing()
     QVERIFY(WriteMetadataWithExifTool(photo, QStringLiteral("x"), QString(), 0, 0, 0));
     QCOMPARE(ReadAll(folder.filePath(QStringLiteral("Resources/exiftool.log"))), QByteArray("ran\n"));
     environment.Env().install = install;
+}
+
+// A sink that asks to stop once the first photo is done.
+class StopAfterFirst : public NoProgress {
+public:
+    void Advance(int done) override { stopped = done >= 1; }
+    bool Cancelled() const override { return stopped; }
+
+private:
+    bool stopped = false;
+};
+
+void MetadataWrite::batchStopsWhenCancelled()
+{
+    QTemporaryDir folder;
+    const QString first = CopyOfCorpusPhoto(QStringLiteral("exiv2-empty.jpg"), folder.path());
+    const QString second = CopyOfCorpusPhoto(QStringLiteral("exiftool-GPS.jpg"), folder.path());
+    const QByteArray secondBefore = ReadAll(second);
+    StopAfterFirst progress;
+    const PhotoMetadata values{QStringLiteral("x"), QString(), 0, 0, 0};
+    const QList<MetadataWriteReport> reports = WriteMetadataBatch({{first, values}, {second, values}}, &progress);
+    QCOMPARE(reports.size(), 1);
+    QVERIFY(reports[0].result.ok);
+    QCOMPARE(ReadAll(second), secondBefore);
 }
 
 void MetadataWrite::shellAndWaitMessages()
