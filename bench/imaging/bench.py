@@ -91,7 +91,7 @@ def thumbnails(args):
     read_all(photos)
     with tempfile.TemporaryDirectory() as ours_dir, tempfile.TemporaryDirectory() as peer_dir:
         ours = timed([args.cli, "image", "thumbnails", ours_dir] + photos)
-        peer = timed(["vipsthumbnail", "--size", f"128x128", "-o", f"{peer_dir}/%s.jpg[Q=75,strip]"] + photos)
+        peer = timed(["vipsthumbnail", "--size", "128x128", "-o", f"{peer_dir}/%s.jpg[Q=75,strip]"] + photos)
         made = len(list(Path(ours_dir).iterdir()))
     if made != len(photos):
         sys.exit(f"orvana-cli made {made} thumbnails of {len(photos)}")
@@ -160,10 +160,10 @@ def write(args):
         for name in names:
             shutil.copyfile(floor_dir / name, ours_dir / name)
             shutil.copyfile(floor_dir / name, peer_dir / name)
-        ours = timed(orvana_write_command(args.cli, [ours_dir / name for name in names]))
+        ours = timed(orvana_write_command(args.cli, [ours_dir / name for name in names]), stderr=subprocess.DEVNULL)
         start = time.perf_counter()
         for name in names:
-            run(["exiftool"] + exiftool_arguments(str(peer_dir / name)))
+            run(["exiftool"] + exiftool_arguments(str(peer_dir / name)), stderr=subprocess.DEVNULL)
         peer = time.perf_counter() - start
         ours_tags, peer_tags = written_tags(ours_dir), written_tags(peer_dir)
     differing = [name for name in names if ours_tags.get(name) != peer_tags.get(name)]
