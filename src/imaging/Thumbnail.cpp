@@ -54,7 +54,8 @@ Picture FromEmbeddedPreview(const QString &photoPath)
         // The preview carries no orientation of its own: the photo's applies to it.
         image = image.copy();
         image.set(VIPS_META_ORIENTATION, tags.Orientation());
-        return PictureData::Wrap(image.autorot());
+        // Decoded here, so that a damaged preview falls back to the photo itself.
+        return PictureData::Wrap(image.autorot().copy_memory());
     } catch (const VError &) {
         vips_error_clear();
         return {};

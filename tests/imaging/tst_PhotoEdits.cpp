@@ -147,6 +147,7 @@ void PhotoEdits::thumbnails_data()
     QTest::newRow("16-bit grey TIFF") << "drewnoakes-Issue_555_1.tif" << ThumbnailSource::Photo << QSize(128, 104);
     QTest::newRow("embedded preview larger than the photo") << "exiv2-pr_1994_poc2.jpg" << ThumbnailSource::EmbeddedPreviewFirst << QSize(128, 96);
     QTest::newRow("no preview: the photo") << "exif-samples-portrait_6.jpg" << ThumbnailSource::EmbeddedPreviewFirst << QSize(96, 128);
+    QTest::newRow("damaged preview: the photo") << "exiftool-Nikon.jpg" << ThumbnailSource::EmbeddedPreviewFirst << QSize(8, 8);
 }
 
 void PhotoEdits::thumbnails()
