@@ -1,6 +1,6 @@
 #include "MetadataWriter.h"
 
-#include "ExifToolSession.h"
+#include "StayOpenExifTool.h"
 #include "ImageTags.h"
 #include "ProgressSink.h"
 #include "ShellAndWait.h"
@@ -51,18 +51,18 @@ MetadataWriteReport NothingToWrite(const QString &photoPath)
 
 // One photo of a batch, through the batch's ExifTool process, which is started when first
 // needed and again after it went away.
-MetadataWriteReport WriteThroughSession(const MetadataWriteJob &job, std::unique_ptr<ExifToolSession> &session)
+MetadataWriteReport WriteThroughRunningExifTool(const MetadataWriteJob &job, std::unique_ptr<StayOpenExifTool> &exifTool)
 {
     const QStringList arguments = ExifToolArguments(job.values, job.photoPath);
     if (arguments.isEmpty())
         return NothingToWrite(job.photoPath);
-    if (!ExifToolSession::CanCarry(arguments))
+    if (!StayOpenExifTool::CanCarry(arguments))
         return Report(job.photoPath, job.values, RunProgram(ExifToolProgram(), arguments, ExifToolTimeoutMs));
-    if (!session)
-        session = std::make_unique<ExifToolSession>(ExifToolProgram());
-    const ProcessRun run = session->Execute(arguments);
+    if (!exifTool)
+        exifTool = std::make_unique<StayOpenExifTool>(ExifToolProgram());
+    const ProcessRun run = exifTool->Execute(arguments);
     if (!run.finished)
-        session.reset();
+        exifTool.reset();
     return Report(job.photoPath, job.values, run);
 }
 
@@ -79,11 +79,11 @@ MetadataWriteReport WriteMetadata(const QString &photoPath, const PhotoMetadata 
 QList<MetadataWriteReport> WriteMetadataBatch(const QList<MetadataWriteJob> &jobs, ProgressSink *progress)
 {
     QList<MetadataWriteReport> reports;
-    std::unique_ptr<ExifToolSession> session;
+    std::unique_ptr<StayOpenExifTool> exifTool;
     for (const MetadataWriteJob &job : jobs) {
         if (progress && progress->Cancelled())
             break;
-        reports << WriteThroughSession(job, session);
+        reports << WriteThroughRunningExifTool(job, exifTool);
         if (progress)
             progress->Advance(static_cast<int>(reports.size()));
     }
