@@ -84,10 +84,16 @@ Result MakeThumbnail(const ThumbnailJob &job, ThumbnailSource source)
 
 QList<Result> MakeThumbnails(const QList<ThumbnailJob> &jobs, ThumbnailSource source)
 {
+    InitialisePixelLibrary();
+    // The photos are shared out over the cores already; libvips's own helper threads for each
+    // one would only add their upkeep.
+    const int helpers = vips_concurrency_get();
+    vips_concurrency_set(1);
     QList<Result> results(jobs.size());
     Result *const result = results.data();
     RunInParallel(jobs.size(), [&](qsizetype index) {
         result[index] = MakeThumbnail(jobs[index], source);
     });
+    vips_concurrency_set(helpers);
     return results;
 }
