@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     file.close();
     const QString thumbnail = folder.filePath(QStringLiteral("thumbnail.jpg"));
     QFile::remove(thumbnail);
-    if (MakeThumbnail({photo, thumbnail}, ThumbnailSource::EmbeddedPreviewFirst).ok != QFile::exists(thumbnail))
+    if (MakeThumbnail(photo, thumbnail, ThumbnailSource::EmbeddedPreviewFirst).ok != QFile::exists(thumbnail))
         std::abort();
     QFile::remove(photo);
     return 0;

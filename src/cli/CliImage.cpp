@@ -98,7 +98,7 @@ int Thumbnails(QStringList arguments, bool many)
     if (arguments.size() < 2 || (!many && arguments.size() != 2))
         return UsageError(QStringLiteral("thumbnails need the photo and where to put the thumbnail"), Usage);
     if (!many)
-        return ReportAll({MakeThumbnail({arguments[0], arguments[1]}, source)});
+        return ReportAll({MakeThumbnail(arguments[0], arguments[1], source)});
     const QString folder = arguments.takeFirst();
     QList<ThumbnailJob> jobs;
     for (const QString &photo : arguments)

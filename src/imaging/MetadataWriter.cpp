@@ -2,7 +2,6 @@
 
 #include "StayOpenExifTool.h"
 #include "ImageTags.h"
-#include "ProgressSink.h"
 #include "ShellAndWait.h"
 #include "TagReader.h"
 #include "TagRules.h"
@@ -76,16 +75,14 @@ MetadataWriteReport WriteMetadata(const QString &photoPath, const PhotoMetadata 
     return Report(photoPath, values, RunProgram(ExifToolProgram(), arguments, ExifToolTimeoutMs));
 }
 
-QList<MetadataWriteReport> WriteMetadataBatch(const QList<MetadataWriteJob> &jobs, ProgressSink *progress)
+QList<MetadataWriteReport> WriteMetadataBatch(const QList<MetadataWriteJob> &jobs, const WriteProgress &progress)
 {
     QList<MetadataWriteReport> reports;
     std::unique_ptr<StayOpenExifTool> exifTool;
     for (const MetadataWriteJob &job : jobs) {
-        if (progress && progress->Cancelled())
+        if (progress && !progress(reports.size(), job.photoPath))
             break;
         reports << WriteThroughRunningExifTool(job, exifTool);
-        if (progress)
-            progress->Advance(static_cast<int>(reports.size()));
     }
     return reports;
 }

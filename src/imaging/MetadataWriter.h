@@ -5,8 +5,7 @@
 #include "Result.h"
 
 #include <QList>
-
-class ProgressSink;
+#include <functional>
 
 // How one photo's write went.
 struct MetadataWriteReport {
@@ -24,11 +23,13 @@ struct MetadataWriteJob {
     PhotoMetadata values;
 };
 
+// Told before each photo of a batch how many are done; returning false stops the batch there.
+using WriteProgress = std::function<bool(qsizetype done, const QString &photoPath)>;
+
 // Writes many photos through one ExifTool process, with the same arguments, checks and result
-// per photo as WriteMetadata. The reports follow the jobs. The progress sink, begun and ended by
-// the caller, advances after each photo; when it is cancelled the batch stops before the next
-// photo and the reports end with the last photo handled.
-QList<MetadataWriteReport> WriteMetadataBatch(const QList<MetadataWriteJob> &jobs, ProgressSink *progress = nullptr);
+// per photo as WriteMetadata. The reports follow the jobs; when progress stops the batch they
+// end with the last photo handled.
+QList<MetadataWriteReport> WriteMetadataBatch(const QList<MetadataWriteJob> &jobs, const WriteProgress &progress = {});
 
 // The program's long-standing entry: false only when there was nothing to write; the outcome of
 // the run itself is not reported.

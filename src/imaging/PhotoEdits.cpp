@@ -31,7 +31,7 @@ EditOutcome Finish(const QString &photoPath, QSize size, const QString &thumbnai
 {
     EditOutcome outcome;
     if (!thumbnailPath.isEmpty())
-        outcome.result = MakeThumbnail({photoPath, thumbnailPath});
+        outcome.result = MakeThumbnail(photoPath, thumbnailPath);
     outcome.facts = ReadPhotoFileFacts(photoPath);
     outcome.facts.width = size.width();
     outcome.facts.height = size.height();

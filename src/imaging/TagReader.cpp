@@ -15,6 +15,8 @@
 struct TagReader::Tags {
     Exiv2::ExifData exif;
     Exiv2::IptcData iptc;
+    int width = 0;
+    int height = 0;
 };
 
 namespace {
@@ -35,7 +37,7 @@ struct TagName {
     Rendering rendering;
 };
 
-constexpr std::array<TagName, 18> TagNames = {{
+constexpr std::array<TagName, 19> TagNames = {{
     {TagFamily::Exif, "Make", "Exif.Image.Make", Rendering::Readable},
     {TagFamily::Exif, "Model", "Exif.Image.Model", Rendering::Readable},
     {TagFamily::Exif, "ImageDescription", "Exif.Image.ImageDescription", Rendering::Stored},
@@ -48,6 +50,7 @@ constexpr std::array<TagName, 18> TagNames = {{
     {TagFamily::Exif, "ExposureTime", "Exif.Photo.ExposureTime", Rendering::Readable},
     {TagFamily::Exif, "Flash", "Exif.Photo.Flash", Rendering::FlashWords},
     {TagFamily::Exif, "ISOSpeedRatings", "Exif.Photo.ISOSpeedRatings", Rendering::Readable},
+    {TagFamily::Exif, "CompressedBitsPerPixel", "Exif.Photo.CompressedBitsPerPixel", Rendering::Readable},
     {TagFamily::Iptc, "Caption/Abstract", "Iptc.Application2.Caption", Rendering::Stored},
     {TagFamily::Iptc, "Keywords", "Iptc.Application2.Keywords", Rendering::TextList},
     {TagFamily::Gps, "GPSLatitudeRef", "Exif.GPSInfo.GPSLatitudeRef", Rendering::Stored},
@@ -149,6 +152,9 @@ std::shared_ptr<const TagReader::Tags> ReadTags(Exiv2::Image *image)
     image->readMetadata();
     tags->exif = std::move(image->exifData());
     tags->iptc = std::move(image->iptcData());
+    // The frame header is read with the tags, so the size costs no decoding.
+    tags->width = image->pixelWidth();
+    tags->height = image->pixelHeight();
     return tags;
 }
 
@@ -192,6 +198,16 @@ TagReader TagReader::FromExiv2(const QByteArray &bytes)
         reader.tags.reset();
     }
     return reader;
+}
+
+int TagReader::PixelWidth() const
+{
+    return tags ? tags->width : 0;
+}
+
+int TagReader::PixelHeight() const
+{
+    return tags ? tags->height : 0;
 }
 
 QString TagReader::Text(TagFamily family, const QString &name) const

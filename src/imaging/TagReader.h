@@ -22,6 +22,10 @@ public:
     // keyword entries as one text separated by ",".
     QString Text(TagFamily family, const QString &name) const;
 
+    // The picture's size in pixels as its file states it; 0 when unknown.
+    int PixelWidth() const;
+    int PixelHeight() const;
+
     // Metres above sea level (negative below); nothing when the photo holds no altitude.
     std::optional<double> GpsAltitude() const;
 

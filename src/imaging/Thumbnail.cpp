@@ -64,9 +64,8 @@ Picture FromEmbeddedPreview(const QString &photoPath)
 
 } // namespace
 
-Result MakeThumbnail(const ThumbnailJob &job, ThumbnailSource source)
+Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath, ThumbnailSource source)
 {
-    const QString &photoPath = job.photoPath;
     InitialisePixelLibrary();
     Picture thumbnail;
     if (source == ThumbnailSource::EmbeddedPreviewFirst)
@@ -79,7 +78,7 @@ Result MakeThumbnail(const ThumbnailJob &job, ThumbnailSource source)
         vips_error_clear();
         return Result::Failure(QStringLiteral("%1: %2").arg(photoPath, reason));
     }
-    return thumbnail.SaveJpeg(job.thumbnailPath, GoodJpegQuality);
+    return thumbnail.SaveJpeg(thumbnailPath, GoodJpegQuality);
 }
 
 QList<Result> MakeThumbnails(const QList<ThumbnailJob> &jobs, ThumbnailSource source)
@@ -92,7 +91,7 @@ QList<Result> MakeThumbnails(const QList<ThumbnailJob> &jobs, ThumbnailSource so
     QList<Result> results(jobs.size());
     Result *const result = results.data();
     RunInParallel(jobs.size(), [&](qsizetype index) {
-        result[index] = MakeThumbnail(jobs[index], source);
+        result[index] = MakeThumbnail(jobs[index].photoPath, jobs[index].thumbnailPath, source);
     });
     vips_concurrency_set(helpers);
     return results;

@@ -13,15 +13,16 @@ constexpr int ThumbnailBox = 128;
 // itself when there is none.
 enum class ThumbnailSource { Photo, EmbeddedPreviewFirst };
 
+// Writes the photo's thumbnail as a JPEG of the good quality that fits ThumbnailBox, turned the
+// way the photo's orientation tag says. The photo is decoded at a reduced size where its format
+// allows, so a large photo is never decoded whole. On failure nothing is written.
+Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath,
+                     ThumbnailSource source = ThumbnailSource::Photo);
+
 struct ThumbnailJob {
     QString photoPath;
     QString thumbnailPath;
 };
-
-// Writes the photo's thumbnail as a JPEG of the good quality that fits ThumbnailBox, turned the
-// way the photo's orientation tag says. The photo is decoded at a reduced size where its format
-// allows, so a large photo is never decoded whole. On failure nothing is written.
-Result MakeThumbnail(const ThumbnailJob &job, ThumbnailSource source = ThumbnailSource::Photo);
 
 // Makes many thumbnails on every core; the results are in the order of the jobs.
 QList<Result> MakeThumbnails(const QList<ThumbnailJob> &jobs, ThumbnailSource source = ThumbnailSource::Photo);

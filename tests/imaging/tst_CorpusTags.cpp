@@ -133,7 +133,7 @@ void CorpusTags::damagedFilesFailCleanly()
 
     ImageTags tags;
     tags.LoadExifTags(path);
-    const Result thumbnail = MakeThumbnail({path, thumbnailPath});
+    const Result thumbnail = MakeThumbnail(path, thumbnailPath);
     const Picture picture = Picture::Load(path);
     QCOMPARE(QFile::exists(thumbnailPath), thumbnail.ok);
     if (!decodes) {

@@ -1,6 +1,5 @@
 #include "ImagingTestSupport.h"
 #include "MetadataWriter.h"
-#include "ProgressSink.h"
 #include "ShellAndWait.h"
 #include "TestEnvironment.h"
 
@@ -146,25 +145,19 @@ void MetadataWrite::nothingToWriteRunsNothing()
     environment.Env().install = install;
 }
 
-// A sink that asks to stop once the first photo is done.
-class StopAfterFirst : public NoProgress {
-public:
-    void Advance(int done) override { stopped = done >= 1; }
-    bool Cancelled() const override { return stopped; }
-
-private:
-    bool stopped = false;
-};
-
 void MetadataWrite::batchStopsWhenCancelled()
 {
     QTemporaryDir folder;
     const QString first = CopyOfCorpusPhoto(QStringLiteral("exiv2-empty.jpg"), folder.path());
     const QString second = CopyOfCorpusPhoto(QStringLiteral("exiftool-GPS.jpg"), folder.path());
     const QByteArray secondBefore = ReadAll(second);
-    StopAfterFirst progress;
     const PhotoMetadata values{QStringLiteral("x"), QString(), 0, 0, 0};
-    const QList<MetadataWriteReport> reports = WriteMetadataBatch({{first, values}, {second, values}}, &progress);
+    QList<qsizetype> told;
+    const QList<MetadataWriteReport> reports = WriteMetadataBatch({{first, values}, {second, values}}, [&told](qsizetype done, const QString &) {
+        told << done;
+        return done < 1;
+    });
+    QCOMPARE(told, (QList<qsizetype>{0, 1}));
     QCOMPARE(reports.size(), 1);
     QVERIFY(reports[0].result.ok);
     QCOMPARE(ReadAll(second), secondBefore);

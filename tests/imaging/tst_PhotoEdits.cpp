@@ -157,7 +157,7 @@ void PhotoEdits::thumbnails()
     QFETCH(QSize, size);
     QTemporaryDir folder;
     const QString thumbnail = folder.filePath(QStringLiteral("t.jpg"));
-    const Result made = MakeThumbnail({CorpusPath(QStringLiteral("photos/") + photo), thumbnail}, source);
+    const Result made = MakeThumbnail(CorpusPath(QStringLiteral("photos/") + photo), thumbnail, source);
     QVERIFY2(made.ok, qPrintable(made.message));
     const Picture picture = Picture::Load(thumbnail);
     QCOMPARE(QSize(picture.Width(), picture.Height()), size);
