@@ -26,3 +26,4 @@ int RunSettings(const QStringList &arguments);
 int RunText(const QStringList &arguments);
 int RunAlbum(const QStringList &arguments);
 int RunConvert(const QStringList &arguments);
+int RunGps(const QStringList &arguments);

@@ -1,0 +1,120 @@
+#include "CliGpsSupport.h"
+
+#include "CliOutput.h"
+#include "Language.h"
+#include "TimeZones.h"
+
+#include <QTextStream>
+#include <unistd.h>
+
+const QString GpsUsage = QStringLiteral(
+    "orvana-cli gps import FILE [--type gpx|nmea|ozi]\n"
+    "       orvana-cli gps tracks [--json] | gps waypoints [--json]\n"
+    "       orvana-cli gps export tracks|waypoints OUT.gpx\n"
+    "       orvana-cli gps waypoint add NAME LAT LON [ELE [DESC]] | gps waypoint remove NAME\n"
+    "       orvana-cli gps track remove NAME\n"
+    "       orvana-cli gps match ALBUM [--offset HOURS] [FILE...]      no FILE: every photo\n"
+    "       orvana-cli gps match-waypoint ALBUM WAYPOINT FILE...\n"
+    "       orvana-cli gps shift ALBUM HOURS FILE...                     whole or half hours, -25 to 25\n"
+    "       orvana-cli gps correct ALBUM [--days D] [--hours H] [--mins M] [--secs S] [--back] FILE...\n"
+    "       orvana-cli gps kml ALBUM [OUT.kml] [--tracks] [--offset HOURS] [--show] [FILE...]\n"
+    "       orvana-cli gps kmz ALBUM OUT.kmz [--tracks] [--offset HOURS] [FILE...]\n"
+    "       orvana-cli gps kml-tracks [--show] | gps kml-waypoints [--show]\n"
+    "Without --offset, times are converted with the zone saved in [GPS], else the computer's own.\n"
+    "--show opens the written file in [GPS] EarthAppPath, or in the desktop's KML viewer.");
+
+std::optional<GpsArguments> ParseGpsArguments(const QStringList &arguments, const QStringList &switches, const QStringList &valueOptions)
+{
+    GpsArguments parsed;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString &argument = arguments[i];
+        if (!argument.startsWith(QLatin1String("--"))) {
+            parsed.positional << argument;
+        } else if (switches.contains(argument)) {
+            parsed.switches << argument;
+        } else if (valueOptions.contains(argument) && i + 1 < arguments.size()) {
+            parsed.values.insert(argument, arguments[++i]);
+        } else {
+            UsageError(valueOptions.contains(argument) ? QStringLiteral("%1 needs a value").arg(argument)
+                                                       : QStringLiteral("unknown option \"%1\"").arg(argument),
+                       GpsUsage);
+            return std::nullopt;
+        }
+    }
+    return parsed;
+}
+
+std::optional<double> NumberArgument(const QString &text)
+{
+    bool ok = false;
+    const double value = text.trimmed().toDouble(&ok);
+    return ok && std::isfinite(value) ? std::optional<double>(value) : std::nullopt;
+}
+
+bool GpsCliPrompter::AskYesNo(const QString &, const QString &)
+{
+    return true;
+}
+
+void GpsCliPrompter::Inform(const QString &, const QString &text)
+{
+    messages << QString(text).replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+}
+
+void GpsCliPrompter::Error(const QString &title, const QString &text)
+{
+    QTextStream(stderr) << "orvana-cli: " << title << ": " << text << '\n';
+}
+
+CliProgress::CliProgress()
+    : shown(isatty(STDERR_FILENO) != 0)
+{
+    sinceDrawn.start();
+}
+
+CliProgress::~CliProgress()
+{
+    if (drawn)
+        QTextStream(stderr) << '\n';
+}
+
+void CliProgress::Begin(const QString &title)
+{
+    stage = title;
+}
+
+void CliProgress::Progress(qint64 done, qint64 total)
+{
+    if (!shown || (drawn && sinceDrawn.elapsed() < 200))
+        return;
+    sinceDrawn.restart();
+    drawn = true;
+    QTextStream err(stderr);
+    err << '\r' << stage << ' ';
+    if (total > 0)
+        err << (100 * done / total) << "% ";
+    err.flush();
+}
+
+int SaveStoreAndFinish(GpsStore &store, int exitCode)
+{
+    if (!store.IsModified())
+        return exitCode;
+    const Result saved = store.Save();
+    return saved ? exitCode : Fail(saved.message);
+}
+
+std::optional<double> ZoneHours(const GpsArguments &args)
+{
+    if (!args.values.contains(QStringLiteral("--offset")))
+        return SelectedTimeZoneHours();
+    const std::optional<double> hours = NumberArgument(args.Value("--offset"));
+    if (!hours || std::abs(*hours) > 24)
+        UsageError(QStringLiteral("--offset takes hours from -24 to 24"), GpsUsage);
+    return hours && std::abs(*hours) <= 24 ? hours : std::nullopt;
+}
+
+QString GpsText(const QString &key)
+{
+    return GetLocalizedString(key, QStringLiteral("GPS")).replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+}

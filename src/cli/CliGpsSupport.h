@@ -1,0 +1,67 @@
+#pragma once
+
+#include "GpsStore.h"
+#include "ProgressSink.h"
+#include "Prompter.h"
+
+#include <QElapsedTimer>
+#include <QMap>
+#include <QStringList>
+#include <optional>
+
+// What the gps verbs share: their usage text, options with values, the store, and the way
+// questions, messages and progress reach the terminal.
+
+extern const QString GpsUsage;
+
+struct GpsArguments {
+    QStringList positional;
+    QStringList switches;         // "--json", "--tracks", ...
+    QMap<QString, QString> values; // "--offset" -> "5.5", ...
+    bool Has(const char *option) const { return switches.contains(QLatin1String(option)); }
+    QString Value(const char *option) const { return values.value(QLatin1String(option)); }
+};
+
+// Splits the arguments after the verb; nothing (and a usage error on stderr) when an option is
+// unknown or lacks its value.
+std::optional<GpsArguments> ParseGpsArguments(const QStringList &arguments, const QStringList &switches, const QStringList &valueOptions);
+
+// A number argument, or nothing when it is not one.
+std::optional<double> NumberArgument(const QString &text);
+
+// The verb is the user's answer to any question it asks; messages are kept for the verb to print,
+// errors go to stderr at once.
+class GpsCliPrompter : public Prompter {
+public:
+    bool AskYesNo(const QString &title, const QString &text) override;
+    void Inform(const QString &title, const QString &text) override;
+    void Error(const QString &title, const QString &text) override;
+    QStringList messages;
+};
+
+// A progress line on stderr, drawn only when stderr is a terminal.
+class CliProgress : public ProgressSink {
+public:
+    CliProgress();
+    ~CliProgress() override;
+    CliProgress(const CliProgress &) = delete;
+    CliProgress &operator=(const CliProgress &) = delete;
+    void Begin(const QString &title) override;
+    void Progress(qint64 done, qint64 total) override;
+    bool Cancelled() const override { return false; }
+
+private:
+    bool shown;
+    bool drawn = false;
+    QString stage;
+    QElapsedTimer sinceDrawn;
+};
+
+// Saves the store when it changed; the exit code.
+int SaveStoreAndFinish(GpsStore &store, int exitCode);
+
+// The time zone of --offset, else the one saved in [GPS], else the computer's.
+std::optional<double> ZoneHours(const GpsArguments &args);
+
+// A localised text of section "GPS" with one line.
+QString GpsText(const QString &key);
