@@ -31,10 +31,12 @@ int ShiftCaptureDates(AlbumDocument &album, const QList<int> &photos, qint64 sec
 {
     int changed = 0;
     for (const int photo : photos) {
-        const std::optional<qint64> taken = TimeText::Seconds(album.Record(PhotoRecord::CaptureDate, photo));
-        if (!taken)
+        const QString before = album.Record(PhotoRecord::CaptureDate, photo);
+        const std::optional<qint64> taken = TimeText::Seconds(before);
+        const QString after = taken ? TimeText::Format(*taken + seconds) : before;
+        if (after == before)
             continue;
-        album.List().SetItemProperty(PhotoRecord::CaptureDate, TimeText::Format(*taken + seconds), photo);
+        album.List().SetItemProperty(PhotoRecord::CaptureDate, after, photo);
         album.DocumentWasModified();
         ++changed;
     }
