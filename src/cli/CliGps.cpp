@@ -71,15 +71,17 @@ QJsonObject TrackJson(const Track &track, double zoneHours)
 
 int Tracks(const GpsArguments &args)
 {
-    const std::optional<double> zone = ZoneHours(args);
-    if (!args.positional.isEmpty() || !zone)
-        return zone ? UsageError(QStringLiteral("gps tracks takes no arguments"), GpsUsage) : ExitUsage;
+    if (const QString problem = OffsetProblem(args); !problem.isEmpty())
+        return UsageError(problem, GpsUsage);
+    if (!args.positional.isEmpty())
+        return UsageError(QStringLiteral("gps tracks takes no arguments"), GpsUsage);
+    const double zone = ZoneHours(args);
     GpsCliPrompter prompter;
     GpsStore store;
     store.Load(&prompter);
     QJsonArray tracks;
     for (int track = 0; track < store.GetTrackCount(); ++track) {
-        const QJsonObject row = TrackJson(store.TrackAt(track), *zone);
+        const QJsonObject row = TrackJson(store.TrackAt(track), zone);
         if (!args.Has("--json")) {
             PrintOut(QStringList{row[QStringLiteral("name")].toString(), row[QStringLiteral("begin")].toString(), row[QStringLiteral("end")].toString(),
                                  QString::number(row[QStringLiteral("points")].toInt()), row[QStringLiteral("distance")].toString()}

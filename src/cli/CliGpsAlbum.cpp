@@ -40,26 +40,31 @@ int Finish(const GpsCliPrompter &prompter, bool done)
     return done ? ExitDone : ExitFailed;
 }
 
+// A verb's arguments are checked before its album is opened: bad usage is told as such.
+using UsageCheck = QString (*)(const GpsArguments &);
+
 int Match(const GpsArguments &args, AlbumDocument &album)
 {
-    const std::optional<double> zone = ZoneHours(args);
     const std::optional<Photos> photos = PhotosOf(album, args.positional.mid(1));
-    if (!zone || !photos)
-        return zone ? ExitFailed : ExitUsage;
+    if (!photos)
+        return ExitFailed;
     GpsCliPrompter prompter;
     GpsStore store;
     store.Load(&prompter);
     CliProgress progress;
     const MatchReport report = MatchPhotosWithTracks(album, photos->named ? MatchScope::SelectedPhotos : MatchScope::AllPhotos,
-                                                     photos->indices, store, DefaultMatchWindow(*zone), prompter, &progress);
+                                                     photos->indices, store, DefaultMatchWindow(ZoneHours(args)), prompter, &progress);
     const int finished = Finish(prompter, report.ran);
     return report.ran ? SaveAndFinish(album) : finished;
 }
 
+QString MatchWaypointProblem(const GpsArguments &args)
+{
+    return args.positional.size() < 3 ? QStringLiteral("gps match-waypoint takes ALBUM, WAYPOINT and at least one FILE") : QString();
+}
+
 int MatchWaypoint(const GpsArguments &args, AlbumDocument &album)
 {
-    if (args.positional.size() < 3)
-        return UsageError(QStringLiteral("gps match-waypoint takes ALBUM, WAYPOINT and at least one FILE"), GpsUsage);
     const std::optional<Photos> photos = PhotosOf(album, args.positional.mid(2));
     if (!photos)
         return ExitFailed;
@@ -76,34 +81,42 @@ int MatchWaypoint(const GpsArguments &args, AlbumDocument &album)
     return SaveAndFinish(album);
 }
 
-int Shift(const GpsArguments &args, AlbumDocument &album)
+QString ShiftProblem(const GpsArguments &args)
 {
     const std::optional<double> hours = NumberArgument(args.positional.value(1));
     if (args.positional.size() < 3 || !hours || std::abs(*hours) > 25 || std::fmod(*hours * 2, 1.0) != 0)
-        return UsageError(QStringLiteral("gps shift takes ALBUM, HOURS (whole or half, -25 to 25) and at least one FILE"), GpsUsage);
+        return QStringLiteral("gps shift takes ALBUM, HOURS (whole or half, -25 to 25) and at least one FILE");
+    return {};
+}
+
+int Shift(const GpsArguments &args, AlbumDocument &album)
+{
     const std::optional<Photos> photos = PhotosOf(album, args.positional.mid(2));
     if (!photos)
         return ExitFailed;
-    ApplyTimeDifference(album, photos->indices, *hours);
+    ApplyTimeDifference(album, photos->indices, *NumberArgument(args.positional[1]));
     return SaveAndFinish(album);
+}
+
+constexpr const char *CorrectorOptions[] = {"--days", "--hours", "--mins", "--secs"};
+
+QString CorrectProblem(const GpsArguments &args)
+{
+    for (const char *option : CorrectorOptions) {
+        if (args.values.contains(QLatin1String(option)) && !NumberArgument(args.Value(option)))
+            return QStringLiteral("%1 takes a number").arg(QLatin1String(option));
+    }
+    return args.positional.size() < 2 ? QStringLiteral("gps correct takes ALBUM and at least one FILE") : QString();
 }
 
 int Correct(const GpsArguments &args, AlbumDocument &album)
 {
-    double parts[4] = {};
-    const char *options[] = {"--days", "--hours", "--mins", "--secs"};
-    for (std::size_t k = 0; k < std::size(options); ++k) {
-        const QString text = args.Value(options[k]);
-        const std::optional<double> value = text.isEmpty() ? std::optional<double>(0.0) : NumberArgument(text);
-        if (!value)
-            return UsageError(QStringLiteral("%1 takes a number").arg(QLatin1String(options[k])), GpsUsage);
-        parts[k] = *value;
-    }
-    if (args.positional.size() < 2)
-        return UsageError(QStringLiteral("gps correct takes ALBUM and at least one FILE"), GpsUsage);
     const std::optional<Photos> photos = PhotosOf(album, args.positional.mid(1));
     if (!photos)
         return ExitFailed;
+    double parts[std::size(CorrectorOptions)] = {};
+    for (std::size_t k = 0; k < std::size(CorrectorOptions); ++k)
+        parts[k] = NumberArgument(args.Value(CorrectorOptions[k])).value_or(0.0);
     ApplyTimeCorrection(album, photos->indices, CorrectorOffsetDays(parts[0], parts[1], parts[2], parts[3], args.Has("--back") ? -1 : 1));
     return SaveAndFinish(album);
 }
@@ -111,55 +124,76 @@ int Correct(const GpsArguments &args, AlbumDocument &album)
 // The album document's contents as the GPS locator dialog would choose them.
 std::optional<AlbumOnEarth> EarthContents(const GpsArguments &args, const AlbumDocument &album, const GpsStore &store, const QStringList &names)
 {
-    const std::optional<double> zone = ZoneHours(args);
-    const std::optional<Photos> photos = zone ? PhotosOf(album, names) : std::nullopt;
+    const std::optional<Photos> photos = PhotosOf(album, names);
     if (!photos)
         return std::nullopt;
-    return AlbumOnEarth{photos->indices, photos->named, args.Has("--tracks"), ListedTracks(store, DefaultMatchWindow(*zone)), *zone};
+    const double zone = ZoneHours(args);
+    return AlbumOnEarth{photos->indices, photos->named, args.Has("--tracks"), ListedTracks(store, DefaultMatchWindow(zone)), zone};
+}
+
+// What an Earth verb wrote, or why not.
+int EarthFinish(const EarthFile &written, const GpsCliPrompter &prompter)
+{
+    if (!written.result)
+        return prompter.messages.isEmpty() ? Fail(written.result.message) : Finish(prompter, false);
+    PrintOut(written.path);
+    return ExitDone;
+}
+
+bool NamesKml(const QString &argument)
+{
+    return argument.endsWith(QLatin1String(".kml"), Qt::CaseInsensitive);
+}
+
+QString KmlProblem(const GpsArguments &args)
+{
+    if (args.Has("--show") && NamesKml(args.positional.value(1)))
+        return QStringLiteral("gps kml --show writes the viewer's own file; leave out OUT.kml");
+    return {};
 }
 
 int Kml(const GpsArguments &args, AlbumDocument &album)
 {
     QStringList names = args.positional.mid(1);
-    const QString out = !names.isEmpty() && names.front().endsWith(QLatin1String(".kml"), Qt::CaseInsensitive) ? names.takeFirst() : QString();
-    if (args.Has("--show") && !out.isEmpty())
-        return UsageError(QStringLiteral("gps kml --show writes the viewer's own file; leave out OUT.kml"), GpsUsage);
+    const QString out = !names.isEmpty() && NamesKml(names.front()) ? QDir::current().absoluteFilePath(names.takeFirst()) : QString();
     GpsCliPrompter prompter;
     GpsStore store;
     store.Load(&prompter);
     const std::optional<AlbumOnEarth> what = EarthContents(args, album, store, names);
     if (!what)
         return ExitFailed;
-    const EarthFile written = args.Has("--show") ? ShowAlbumOnEarth(album, *what, store, prompter)
-                                                 : GenerateKml(album, *what, store, out.isEmpty() ? out : QDir::current().absoluteFilePath(out), prompter);
-    if (!written.result)
-        return prompter.messages.isEmpty() ? Fail(written.result.message) : Finish(prompter, false);
-    PrintOut(written.path);
-    return ExitDone;
+    return EarthFinish(args.Has("--show") ? ShowAlbumOnEarth(album, *what, store, prompter) : GenerateKml(album, *what, store, out, prompter), prompter);
+}
+
+QString KmzProblem(const GpsArguments &args)
+{
+    return args.positional.value(1).endsWith(QLatin1String(".kmz"), Qt::CaseInsensitive) ? QString() : QStringLiteral("gps kmz takes ALBUM and OUT.kmz");
 }
 
 int Kmz(const GpsArguments &args, AlbumDocument &album)
 {
-    const QString out = args.positional.value(1);
-    if (!out.endsWith(QLatin1String(".kmz"), Qt::CaseInsensitive))
-        return UsageError(QStringLiteral("gps kmz takes ALBUM and OUT.kmz"), GpsUsage);
     GpsCliPrompter prompter;
     GpsStore store;
     store.Load(&prompter);
     const std::optional<AlbumOnEarth> what = EarthContents(args, album, store, args.positional.mid(2));
     if (!what)
         return ExitFailed;
-    const EarthFile written = GenerateKmz(album, *what, store, QDir::current().absoluteFilePath(out), prompter);
-    if (!written.result)
-        return prompter.messages.isEmpty() ? Fail(written.result.message) : Finish(prompter, false);
-    PrintOut(written.path);
-    return ExitDone;
+    return EarthFinish(GenerateKmz(album, *what, store, QDir::current().absoluteFilePath(args.positional[1]), prompter), prompter);
 }
 
-int WithAlbum(const GpsArguments &args, const char *verb, int (*run)(const GpsArguments &, AlbumDocument &))
+QString NoProblem(const GpsArguments &)
+{
+    return {};
+}
+
+int WithAlbum(const GpsArguments &args, const char *verb, UsageCheck check, int (*run)(const GpsArguments &, AlbumDocument &))
 {
     if (args.positional.isEmpty())
         return UsageError(QStringLiteral("gps %1 needs ALBUM").arg(QLatin1String(verb)), GpsUsage);
+    for (const QString &problem : {OffsetProblem(args), check(args)}) {
+        if (!problem.isEmpty())
+            return UsageError(problem, GpsUsage);
+    }
     const auto album = OpenAlbumForCli(args.positional[0]);
     return album ? run(args, *album) : ExitFailed;
 }
@@ -176,44 +210,41 @@ int LogDocument(const GpsArguments &args, bool tracks)
     for (int track = 0; track < store.GetTrackCount(); ++track)
         all << track;
     const EarthFile written = tracks ? WriteTracksForEarth(store, all, prompter) : WriteWaypointsForEarth(store);
-    if (!written.result)
-        return Fail(written.result.message);
-    if (args.Has("--show") && !StartEarthViewer(written.path, prompter))
+    if (written.result && args.Has("--show") && !StartEarthViewer(written.path, prompter))
         return ExitFailed;
-    PrintOut(written.path);
-    return ExitDone;
+    return EarthFinish(written, prompter);
 }
 
 } // namespace
 
 int RunGpsMatch(const GpsArguments &args)
 {
-    return WithAlbum(args, "match", Match);
+    return WithAlbum(args, "match", NoProblem, Match);
 }
 
 int RunGpsMatchWaypoint(const GpsArguments &args)
 {
-    return WithAlbum(args, "match-waypoint", MatchWaypoint);
+    return WithAlbum(args, "match-waypoint", MatchWaypointProblem, MatchWaypoint);
 }
 
 int RunGpsShift(const GpsArguments &args)
 {
-    return WithAlbum(args, "shift", Shift);
+    return WithAlbum(args, "shift", ShiftProblem, Shift);
 }
 
 int RunGpsCorrect(const GpsArguments &args)
 {
-    return WithAlbum(args, "correct", Correct);
+    return WithAlbum(args, "correct", CorrectProblem, Correct);
 }
 
 int RunGpsKml(const GpsArguments &args)
 {
-    return WithAlbum(args, "kml", Kml);
+    return WithAlbum(args, "kml", KmlProblem, Kml);
 }
 
 int RunGpsKmz(const GpsArguments &args)
 {
-    return WithAlbum(args, "kmz", Kmz);
+    return WithAlbum(args, "kmz", KmzProblem, Kmz);
 }
 
 int RunGpsKmlTracks(const GpsArguments &args)

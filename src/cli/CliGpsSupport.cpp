@@ -104,14 +104,18 @@ int SaveStoreAndFinish(GpsStore &store, int exitCode)
     return saved ? exitCode : Fail(saved.message);
 }
 
-std::optional<double> ZoneHours(const GpsArguments &args)
+QString OffsetProblem(const GpsArguments &args)
 {
     if (!args.values.contains(QStringLiteral("--offset")))
-        return SelectedTimeZoneHours();
+        return {};
     const std::optional<double> hours = NumberArgument(args.Value("--offset"));
-    if (!hours || std::abs(*hours) > 24)
-        UsageError(QStringLiteral("--offset takes hours from -24 to 24"), GpsUsage);
-    return hours && std::abs(*hours) <= 24 ? hours : std::nullopt;
+    return hours && std::abs(*hours) <= 24 ? QString() : QStringLiteral("--offset takes hours from -24 to 24");
+}
+
+double ZoneHours(const GpsArguments &args)
+{
+    const std::optional<double> hours = NumberArgument(args.Value("--offset"));
+    return hours ? *hours : SelectedTimeZoneHours();
 }
 
 QString GpsText(const QString &key)

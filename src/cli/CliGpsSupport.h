@@ -60,8 +60,10 @@ private:
 // Saves the store when it changed; the exit code.
 int SaveStoreAndFinish(GpsStore &store, int exitCode);
 
+// What is wrong with --offset, "" when it is absent or a number of hours from -24 to 24.
+QString OffsetProblem(const GpsArguments &args);
 // The time zone of --offset, else the one saved in [GPS], else the computer's.
-std::optional<double> ZoneHours(const GpsArguments &args);
+double ZoneHours(const GpsArguments &args);
 
 // A localised text of section "GPS" with one line.
 QString GpsText(const QString &key);
