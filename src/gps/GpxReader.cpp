@@ -54,13 +54,13 @@ private:
         const QStringView name = reader.name();
         if (pointDepth > 0 && depth == pointDepth + 1) {
             Capture(name == u"ele" ? Field::PointEle : name == u"time" ? Field::PointTime : Field::None);
-        } else if (name == u"trkpt" && trackDepth > 0) {
+        } else if (name == u"trkpt" && trackDepth > 0 && pointDepth == 0) {
             BeginPoint();
         } else if (waypointDepth > 0 && depth == waypointDepth + 1) {
             Capture(name == u"ele" ? Field::WaypointEle : name == u"name" ? Field::WaypointName : name == u"desc" ? Field::WaypointDesc : Field::None);
         } else if (trackDepth > 0 && depth == trackDepth + 1 && name == u"name") {
             Capture(Field::TrackName);
-        } else if (name == u"trk" && trackDepth == 0) {
+        } else if (name == u"trk" && trackDepth == 0 && waypointDepth == 0) {
             trackDepth = depth;
             trackName.clear();
             handler.TrackStarted();

@@ -80,6 +80,14 @@ MatchWindow DefaultMatchWindow(double zoneHours)
     return {QDate(1990, 1, 1), Environment().Today(), zoneHours};
 }
 
+bool CheckMatchWindow(const MatchWindow &window, Prompter &prompter)
+{
+    if (window.begin <= window.end)
+        return true;
+    prompter.Error(GetLocalizedString(QStringLiteral("GPSLogManager"), QStringLiteral("Form")), Text("MessageWrongDateGPS"));
+    return false;
+}
+
 QList<int> ListedTracks(const GpsStore &store, const MatchWindow &window)
 {
     const qint64 offset = ZoneOffsetSeconds(window.zoneHours);

@@ -20,6 +20,8 @@ struct MatchWindow {
 
 // What DoMatchPhotosWithTracks uses: from 1990-1-1 to today (of the program's environment).
 MatchWindow DefaultMatchWindow(double zoneHours);
+// A begin date after the end date is refused with MessageWrongDateGPS.
+bool CheckMatchWindow(const MatchWindow &window, Prompter &prompter);
 
 // The tracks the window lists: those whose period, in the zone's local time, overlaps the days
 // from the begin date to the end date (the upper bound being the end of the end date, one whole

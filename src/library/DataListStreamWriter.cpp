@@ -140,6 +140,8 @@ void DataListStreamWriter::WriteEscaped(QByteArrayView text)
 
 void DataListStreamWriter::Put(QByteArrayView bytes)
 {
+    if (bytes.isEmpty())
+        return;
     if (used + bytes.size() > buffer.size())
         buffer.resize(std::max(2 * buffer.size(), used + bytes.size()));
     std::memcpy(buffer.data() + used, bytes.data(), static_cast<std::size_t>(bytes.size()));

@@ -22,6 +22,7 @@ private slots:
     void matchingRules();
     void reportAndRunningTotal();
     void nothingToMatch();
+    void periodOfTheWindow();
     void corpusPhotosOnTheirTrack();
     void waypointGivesItsPosition();
     void fastWalkEqualsPlainWalk();
@@ -240,6 +241,22 @@ void MatchingTest::nothingToMatch()
                                              GetLocalizedString(QStringLiteral("MessageNoSelectedPhotosOrTrackToMatch"), QStringLiteral("GPS"))}));
     QVERIFY(!album->IsModified());
     QVERIFY(ReadSetting(QStringLiteral("GPS"), QStringLiteral("LocatedPhotos")).isEmpty());
+}
+
+void MatchingTest::periodOfTheWindow()
+{
+    GpsStore store;
+    QVERIFY(ImportGPXFile(store, WriteTemporary(environment->Root(), QStringLiteral("t.gpx"),
+                                                TracksGpx({{"2020-05-04T22:00:00Z 1", "2020-05-04T23:30:00Z 2"}, {"2020-05-06T00:30:00Z 3"},
+                                                           {"- 4"}}))).ok);
+    // In zone +2 the first track ends on 5 May and the second begins on 6 May; the third has no time.
+    QCOMPARE(ListedTracks(store, {QDate(2020, 5, 5), QDate(2020, 5, 5), 2}), QList<int>{0});
+    QCOMPARE(ListedTracks(store, {QDate(2020, 5, 5), QDate(2020, 5, 6), 2}), (QList<int>{0, 1}));
+    QCOMPARE(ListedTracks(store, {QDate(2020, 5, 4), QDate(2020, 5, 4), 0}), QList<int>{0});
+    RecordingPrompter prompter;
+    QVERIFY(CheckMatchWindow({QDate(2020, 5, 5), QDate(2020, 5, 5), 0}, prompter));
+    QVERIFY(!CheckMatchWindow({QDate(2020, 5, 6), QDate(2020, 5, 5), 0}, prompter));
+    QCOMPARE(prompter.errors, QStringList{GetLocalizedString(QStringLiteral("MessageWrongDateGPS"), QStringLiteral("GPS"))});
 }
 
 void MatchingTest::corpusPhotosOnTheirTrack()
