@@ -70,7 +70,7 @@ QString FreeName(const QString &path)
     const QFileInfo info(path);
     const QString base = info.absolutePath() + u'/' + info.completeBaseName();
     for (int n = 1;; ++n) {
-        const QString candidate = QStringLiteral("%1(%2).%3").arg(base).arg(n).arg(info.suffix());
+        QString candidate = QStringLiteral("%1(%2).%3").arg(base).arg(n).arg(info.suffix());
         if (!QFileInfo::exists(candidate))
             return candidate;
     }

@@ -20,7 +20,7 @@ Result WriteKmz(const QString &path, const QByteArray &document, const QList<Kmz
     if (!archive) {
         zip_error_t reason;
         zip_error_init_with_code(&reason, error);
-        const Result failure = Result::Failure(QStringLiteral("Cannot make %1: %2").arg(path, QString::fromUtf8(zip_error_strerror(&reason))));
+        Result failure = Result::Failure(QStringLiteral("Cannot make %1: %2").arg(path, QString::fromUtf8(zip_error_strerror(&reason))));
         zip_error_fini(&reason);
         return failure;
     }
@@ -28,7 +28,7 @@ Result WriteKmz(const QString &path, const QByteArray &document, const QList<Kmz
     zip_source_t *doc = zip_source_buffer(archive, document.constData(), static_cast<zip_uint64_t>(document.size()), 0);
     if (!doc || zip_file_add(archive, "doc.kml", doc, ZIP_FL_ENC_UTF_8) < 0) {
         zip_source_free(doc);
-        const Result failure = Result::Failure(ZipError(archive));
+        Result failure = Result::Failure(ZipError(archive));
         zip_discard(archive);
         return failure;
     }
@@ -38,7 +38,7 @@ Result WriteKmz(const QString &path, const QByteArray &document, const QList<Kmz
         const zip_int64_t added = source ? zip_file_add(archive, name.constData(), source, ZIP_FL_ENC_UTF_8 | ZIP_FL_OVERWRITE) : -1;
         if (added < 0) {
             zip_source_free(source);
-            const Result failure = Result::Failure(QStringLiteral("%1: %2").arg(image.source, ZipError(archive)));
+            Result failure = Result::Failure(QStringLiteral("%1: %2").arg(image.source, ZipError(archive)));
             zip_discard(archive);
             return failure;
         }
@@ -46,7 +46,7 @@ Result WriteKmz(const QString &path, const QByteArray &document, const QList<Kmz
         zip_set_file_compression(archive, static_cast<zip_uint64_t>(added), ZIP_CM_STORE, 0);
     }
     if (zip_close(archive) < 0) {
-        const Result failure = Result::Failure(QStringLiteral("Cannot write %1: %2").arg(path, ZipError(archive)));
+        Result failure = Result::Failure(QStringLiteral("Cannot write %1: %2").arg(path, ZipError(archive)));
         zip_discard(archive);
         return failure;
     }

@@ -82,7 +82,7 @@ std::optional<qint64> ReadSeconds(const Text &text)
     if (year < 1 || month < 1 || month > 12 || day < 1 || day > DaysInMonth(year, month) || hour < 0 || hour > 23
         || minute < 0 || minute > 59 || second < 0 || second > 59)
         return std::nullopt;
-    return DaysFromCivil(year, month, day) * TimeText::SecondsPerDay + hour * 3600 + minute * 60 + second;
+    return DaysFromCivil(year, month, day) * TimeText::SecondsPerDay + qint64{hour} * 3600 + qint64{minute} * 60 + second;
 }
 
 QString Formatted(qint64 seconds, char dateTimeSeparator, const char *suffix)

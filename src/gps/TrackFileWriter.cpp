@@ -38,7 +38,7 @@ Result TrackFileWriter::Finish(const Track &track)
     if (!written)
         return Result::Failure(QStringLiteral("Cannot write %1: %2").arg(file.fileName(), file.errorString()));
     file.close();
-    const Result moved = StoreFiles::ReplaceWithBackup(file.fileName(), GpsStore::TrackFilePath(track));
+    Result moved = StoreFiles::ReplaceWithBackup(file.fileName(), GpsStore::TrackFilePath(track));
     if (moved)
         file.setAutoRemove(false);
     return moved;

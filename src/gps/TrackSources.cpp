@@ -52,7 +52,7 @@ QString TrackFileType(const QString &path)
 
 QString GpsBabelProgram()
 {
-    const QString bundled = ResourcesFolder() + QStringLiteral("/gpsbabel");
+    QString bundled = ResourcesFolder() + QStringLiteral("/gpsbabel");
     if (QFileInfo(bundled).isExecutable())
         return bundled;
     const QString onPath = QStandardPaths::findExecutable(QStringLiteral("gpsbabel"));

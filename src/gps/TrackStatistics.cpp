@@ -76,7 +76,7 @@ StatisticsLabels FormatTrackStatistics(const TrackStatistics &statistics, bool m
     StatisticsLabels labels;
     labels.distance = Decimal(distance) + u' ' + distanceUnit;
     labels.time = QString::asprintf("%02lld:%02lld:%02lld", s / 3600, s / 60 % 60, s % 60);
-    labels.averageSpeed = Decimal(s > 0 ? distance / (s / 3600.0) : 0.0) + u' ' + distanceUnit + QStringLiteral("/hr");
+    labels.averageSpeed = Decimal(s > 0 ? distance / (static_cast<double>(s) / 3600.0) : 0.0) + u' ' + distanceUnit + QStringLiteral("/hr");
     labels.elevation = statistics.elevatedPoints == 0
         ? QStringLiteral("0 ~ 0 ") + heightUnit
         : Decimal(statistics.lowest * perMetre) + QStringLiteral(" ~ ") + Decimal(statistics.highest * perMetre) + u' ' + heightUnit;

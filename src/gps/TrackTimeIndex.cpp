@@ -36,7 +36,7 @@ TrackTimeIndex::TrackTimeIndex(const std::vector<qint64> &seconds)
     lowest.assign(2 * static_cast<std::size_t>(leaves), std::numeric_limits<qint64>::max());
     highest.assign(2 * static_cast<std::size_t>(leaves), std::numeric_limits<qint64>::min());
     for (int position = 0; position < Size(); ++position) {
-        const std::size_t leaf = static_cast<std::size_t>(leaves + position);
+        const std::size_t leaf = static_cast<std::size_t>(leaves) + static_cast<std::size_t>(position);
         lowest[leaf] = highest[leaf] = times[static_cast<std::size_t>(position)];
     }
     for (std::size_t node = static_cast<std::size_t>(leaves) - 1; node >= 1; --node) {

@@ -41,7 +41,7 @@ DataList::LoadResult StreamDataListItems(QIODevice &device, DataList &properties
     DataList whole;
     if (!device.seek(0))
         return {DataList::LoadStatus::Unreadable, device.errorString()};
-    const DataList::LoadResult loaded = whole.LoadFromDevice(&device);
+    DataList::LoadResult loaded = whole.LoadFromDevice(&device);
     if (!loaded)
         return loaded;
     VisitLoaded(whole, visitor);

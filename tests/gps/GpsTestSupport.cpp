@@ -76,7 +76,7 @@ QByteArray Gpx(const QByteArray &body)
 
 QString WriteTemporary(const QString &folder, const QString &name, const QByteArray &bytes)
 {
-    const QString path = folder + u'/' + name;
+    QString path = folder + u'/' + name;
     WriteAll(path, bytes);
     return path;
 }

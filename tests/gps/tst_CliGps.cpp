@@ -47,7 +47,7 @@ QJsonArray CliGpsTest::Json(const QStringList &arguments)
 
 QString CliGpsTest::Record(const QString &file, const QString &key)
 {
-    for (const QJsonValue &record : Json({"album", "list", album, "--json"})) {
+    for (const auto &record : Json({"album", "list", album, "--json"})) {
         if (record[QStringLiteral("File")].toString() == file)
             return record[key].toString();
     }

@@ -305,14 +305,16 @@ void MatchingTest::fastWalkEqualsPlainWalk()
         for (auto &track : tracks)
             track = RandomTrack(random, Base);
         std::vector<TrackTimeIndex> indices;
+        indices.reserve(tracks.size());
         for (const auto &track : tracks)
             indices.emplace_back(track);
         for (int photo = 0; photo < 40; ++photo) {
             // Mostly near a point, so that every branch of the walk is taken.
             const auto &near = tracks[static_cast<std::size_t>(random.bounded(static_cast<int>(tracks.size())))];
             const qint64 anchor = near[static_cast<std::size_t>(random.bounded(static_cast<int>(near.size())))];
-            const qint64 t = (anchor == NoTime || random.bounded(8) == 0 ? Base + random.bounded(-3000, 3000) : anchor) + random.bounded(-320, 321)
-                * (random.bounded(3) == 0 ? 0 : 1);
+            const qint64 around = anchor == NoTime || random.bounded(8) == 0 ? Base + random.bounded(-3000, 3000) : anchor;
+            const bool atThePoint = random.bounded(3) == 0;
+            const qint64 t = around + (atThePoint ? 0 : random.bounded(-320, 321));
             MatchState state;
             for (std::size_t c = 0; c < indices.size(); ++c)
                 indices[c].Scan(t, static_cast<int>(c), state);

@@ -179,7 +179,7 @@ void TimeRulesTest::shifts()
     QList<int> selected;
     for (const QString &date : before) {
         records << QStringList{QStringLiteral("File=%1.jpg").arg(records.size()), QStringLiteral("CaptureDate=") + date};
-        selected << records.size();
+        selected << static_cast<int>(records.size());
     }
     // One photo more that is not selected, and must not move.
     records << QStringList{"File=other.jpg", "CaptureDate=2008-01-01 00:10:00"};
