@@ -1,8 +1,9 @@
-// orvana-cli gps: the GPS log database (tracks and waypoints) and the group's dispatch.
+// orvana-cli gps: the GPS log database (tracks, waypoints, their KML) and the group's dispatch.
 #include "CliGpsSupport.h"
 #include "CliGpsVerbs.h"
 #include "CliOutput.h"
 
+#include "EarthOutput.h"
 #include "GpsNumbers.h"
 #include "GpxWriter.h"
 #include "TimeText.h"
@@ -33,20 +34,18 @@ int Import(const GpsArguments &args)
     const QString type = args.values.value(QStringLiteral("--type"), TrackFileType(args.positional.value(0)));
     if (args.positional.size() != 1 || !QStringList{"gpx", "nmea", "ozi"}.contains(type))
         return UsageError(QStringLiteral("gps import takes FILE and an optional --type gpx, nmea or ozi"), GpsUsage);
-    GpsCliPrompter prompter;
-    GpsStore store;
-    store.Load(&prompter);
+    OpenedStore opened;
     CliProgress progress;
-    const SourceImport imported = ImportTrackFile(store, Absolute(args.positional[0]), type, &progress);
+    const SourceImport imported = ImportTrackFile(opened.store, Absolute(args.positional[0]), type, &progress);
     const GpxImportReport &report = imported.report;
     const QString counts = QStringLiteral("%1 track(s), %2 point(s), %3 waypoint(s)").arg(report.tracks).arg(report.points).arg(report.waypoints);
     if (!imported.ok) {
         const QString detail = report.error.isEmpty() ? QString() : QStringLiteral(" (") + report.error + u')';
-        return SaveStoreAndFinish(store, Fail(GpsText(imported.messageKey) + detail + QStringLiteral("; kept: ") + counts));
+        return SaveStoreAndFinish(opened.store, Fail(GpsText(imported.messageKey) + detail + QStringLiteral("; kept: ") + counts));
     }
     PrintOut(GpsText(imported.messageKey));
     PrintOut(counts);
-    return SaveStoreAndFinish(store, ExitDone);
+    return SaveStoreAndFinish(opened.store, ExitDone);
 }
 
 QJsonObject TrackJson(const Track &track, double zoneHours)
@@ -76,12 +75,10 @@ int Tracks(const GpsArguments &args)
     if (!args.positional.isEmpty())
         return UsageError(QStringLiteral("gps tracks takes no arguments"), GpsUsage);
     const double zone = ZoneHours(args);
-    GpsCliPrompter prompter;
-    GpsStore store;
-    store.Load(&prompter);
+    OpenedStore opened;
     QJsonArray tracks;
-    for (int track = 0; track < store.GetTrackCount(); ++track) {
-        const QJsonObject row = TrackJson(store.TrackAt(track), zone);
+    for (int track = 0; track < opened.store.GetTrackCount(); ++track) {
+        const QJsonObject row = TrackJson(opened.store.TrackAt(track), zone);
         if (!args.Has("--json")) {
             PrintOut(QStringList{row[QStringLiteral("name")].toString(), row[QStringLiteral("begin")].toString(), row[QStringLiteral("end")].toString(),
                                  QString::number(row[QStringLiteral("points")].toInt()), row[QStringLiteral("distance")].toString()}
@@ -98,12 +95,10 @@ int Waypoints(const GpsArguments &args)
 {
     if (!args.positional.isEmpty())
         return UsageError(QStringLiteral("gps waypoints takes no arguments"), GpsUsage);
-    GpsCliPrompter prompter;
-    GpsStore store;
-    store.Load(&prompter);
+    OpenedStore opened;
     QJsonArray waypoints;
-    for (int n = 0; n < store.WaypointCount(); ++n) {
-        const Waypoint waypoint = store.WaypointAt(n);
+    for (int n = 0; n < opened.store.WaypointCount(); ++n) {
+        const Waypoint waypoint = opened.store.WaypointAt(n);
         if (!args.Has("--json"))
             PrintOut(QStringList{waypoint.name, waypoint.lat, waypoint.lon, waypoint.ele, waypoint.desc}.join(u'\t'));
         waypoints.append(QJsonObject{{QStringLiteral("name"), waypoint.name}, {QStringLiteral("lat"), waypoint.lat},
@@ -120,20 +115,18 @@ int Export(const GpsArguments &args)
     const QString what = args.positional.value(0);
     if (args.positional.size() != 2 || (what != QLatin1String("tracks") && what != QLatin1String("waypoints")))
         return UsageError(QStringLiteral("gps export takes tracks or waypoints and OUT.gpx"), GpsUsage);
-    GpsCliPrompter prompter;
-    GpsStore store;
-    store.Load(&prompter);
+    OpenedStore opened;
     const QString out = Absolute(args.positional[1]);
     Result written;
     if (what == QLatin1String("tracks")) {
         QList<Track> tracks;
-        for (int track = 0; track < store.GetTrackCount(); ++track)
-            tracks << store.TrackAt(track);
-        written = ExportTracksToGpx(tracks, out, QDateTime::currentDateTimeUtc(), &prompter);
+        for (int track = 0; track < opened.store.GetTrackCount(); ++track)
+            tracks << opened.store.TrackAt(track);
+        written = ExportTracksToGpx(tracks, out, QDateTime::currentDateTimeUtc(), &opened.prompter);
     } else {
         QList<Waypoint> waypoints;
-        for (int n = 0; n < store.WaypointCount(); ++n)
-            waypoints << store.WaypointAt(n);
+        for (int n = 0; n < opened.store.WaypointCount(); ++n)
+            waypoints << opened.store.WaypointAt(n);
         written = ExportWaypointsToGpx(waypoints, out);
     }
     if (!written)
@@ -148,28 +141,24 @@ int AddWaypoint(const QStringList &values)
     if (values.size() < 3 || values.size() > 5 || !NumberArgument(values[1]) || !NumberArgument(values[2])
         || (values.size() > 3 && !NumberArgument(values[3])))
         return UsageError(QStringLiteral("gps waypoint add takes NAME, LAT and LON in degrees, and optionally ELE in metres and DESC"), GpsUsage);
-    GpsCliPrompter prompter;
-    GpsStore store;
-    store.Load(&prompter);
-    store.AddNewWaypoint({values[0], values[1].trimmed(), values[2].trimmed(), RoundedElevation(values.value(3)), values.value(4)});
-    return SaveStoreAndFinish(store, ExitDone);
+    OpenedStore opened;
+    opened.store.AddNewWaypoint({values[0], values[1].trimmed(), values[2].trimmed(), RoundedElevation(values.value(3)), values.value(4)});
+    return SaveStoreAndFinish(opened.store, ExitDone);
 }
 
 // Removes every entry of the list named name, last first; fails when there is none.
 int RemoveNamed(const QString &name, bool tracks)
 {
-    GpsCliPrompter prompter;
-    GpsStore store;
-    store.Load(&prompter);
+    OpenedStore opened;
     int removed = 0;
-    for (int n = (tracks ? store.GetTrackCount() : store.WaypointCount()) - 1; n >= 0; --n) {
-        const QString entry = tracks ? store.TrackAt(n).name : store.WaypointAt(n).name;
-        if (entry == name && (tracks ? store.RemoveTrack(n, &prompter) : store.RemoveWaypoint(n, &prompter)))
+    for (int n = (tracks ? opened.store.GetTrackCount() : opened.store.WaypointCount()) - 1; n >= 0; --n) {
+        const QString entry = tracks ? opened.store.TrackAt(n).name : opened.store.WaypointAt(n).name;
+        if (entry == name && (tracks ? opened.store.RemoveTrack(n, &opened.prompter) : opened.store.RemoveWaypoint(n, &opened.prompter)))
             ++removed;
     }
     if (removed == 0)
         return Fail(QStringLiteral("there is no %1 named \"%2\"").arg(tracks ? QStringLiteral("track") : QStringLiteral("waypoint"), name));
-    return SaveStoreAndFinish(store, ExitDone);
+    return SaveStoreAndFinish(opened.store, ExitDone);
 }
 
 int WaypointVerb(const GpsArguments &args)
@@ -189,16 +178,39 @@ int TrackVerb(const GpsArguments &args)
     return RemoveNamed(args.positional[1], true);
 }
 
+// The GPS log documents, opened in the viewer when asked.
+int LogDocument(const GpsArguments &args, bool tracks)
+{
+    if (!args.positional.isEmpty())
+        return UsageError(QStringLiteral("gps kml-tracks and kml-waypoints take no arguments"), GpsUsage);
+    OpenedStore opened;
+    QList<int> all;
+    for (int track = 0; track < opened.store.GetTrackCount(); ++track)
+        all << track;
+    const EarthFile written = tracks ? WriteTracksForEarth(opened.store, all, opened.prompter) : WriteWaypointsForEarth(opened.store);
+    if (written.result && args.Has("--show") && !StartEarthViewer(written.path, opened.prompter))
+        return ExitFailed;
+    return EarthFinish(written, opened.prompter);
+}
+
+int TracksForEarth(const GpsArguments &args)
+{
+    return LogDocument(args, true);
+}
+
+int WaypointsForEarth(const GpsArguments &args)
+{
+    return LogDocument(args, false);
+}
+
 struct GpsVerb {
     const char *name;
     int (*run)(const GpsArguments &);
 };
 
 constexpr GpsVerb Verbs[] = {
-    {"import", Import},       {"tracks", Tracks},         {"waypoints", Waypoints},     {"export", Export},
-    {"waypoint", WaypointVerb}, {"track", TrackVerb},     {"match", RunGpsMatch},       {"match-waypoint", RunGpsMatchWaypoint},
-    {"shift", RunGpsShift},   {"correct", RunGpsCorrect}, {"kml", RunGpsKml},           {"kmz", RunGpsKmz},
-    {"kml-tracks", RunGpsKmlTracks}, {"kml-waypoints", RunGpsKmlWaypoints},
+    {"import", Import},         {"tracks", Tracks}, {"waypoints", Waypoints},          {"export", Export},
+    {"waypoint", WaypointVerb}, {"track", TrackVerb}, {"kml-tracks", TracksForEarth}, {"kml-waypoints", WaypointsForEarth},
 };
 
 const QStringList Switches = {QStringLiteral("--json"), QStringLiteral("--tracks"), QStringLiteral("--back"), QStringLiteral("--show")};
@@ -215,11 +227,16 @@ int RunGps(const QStringList &arguments)
     }
     UseUserSettings();
     const QString verb = arguments.value(0);
+    const auto parsed = [&arguments] { return ParseGpsArguments(arguments.mid(1), Switches, ValueOptions); };
     for (const GpsVerb &candidate : Verbs) {
         if (verb != QLatin1String(candidate.name))
             continue;
-        const std::optional<GpsArguments> args = ParseGpsArguments(arguments.mid(1), Switches, ValueOptions);
+        const std::optional<GpsArguments> args = parsed();
         return args ? candidate.run(*args) : ExitUsage;
+    }
+    if (const GpsAlbumVerb *albumVerb = FindGpsAlbumVerb(verb)) {
+        const std::optional<GpsArguments> args = parsed();
+        return args ? RunGpsAlbumVerb(*albumVerb, *args) : ExitUsage;
     }
     return UsageError(verb.isEmpty() ? QStringLiteral("gps needs a verb") : QStringLiteral("unknown verb \"%1\"").arg(verb), GpsUsage);
 }

@@ -1,5 +1,4 @@
-// orvana-cli gps: the verbs that change an album's records (matching, time shifts) and the
-// verbs that write KML and KMZ.
+// orvana-cli gps: the verbs that work on an album: matching, time shifts, KML and KMZ.
 #include "CliAlbumSupport.h"
 #include "CliGpsSupport.h"
 #include "CliGpsVerbs.h"
@@ -32,13 +31,6 @@ std::optional<Photos> PhotosOf(const AlbumDocument &album, const QStringList &na
     return all;
 }
 
-// Prints what the operation told the user; messages of a failure go to stderr.
-int Finish(const GpsCliPrompter &prompter, bool done)
-{
-    for (const QString &message : prompter.messages)
-        done ? PrintOut(message) : (void)Fail(message);
-    return done ? ExitDone : ExitFailed;
-}
 
 // A verb's arguments are checked before its album is opened: bad usage is told as such.
 using UsageCheck = QString (*)(const GpsArguments &);
@@ -48,13 +40,11 @@ int Match(const GpsArguments &args, AlbumDocument &album)
     const std::optional<Photos> photos = PhotosOf(album, args.positional.mid(1));
     if (!photos)
         return ExitFailed;
-    GpsCliPrompter prompter;
-    GpsStore store;
-    store.Load(&prompter);
+    OpenedStore opened;
     CliProgress progress;
     const MatchReport report = MatchPhotosWithTracks(album, photos->named ? MatchScope::SelectedPhotos : MatchScope::AllPhotos,
-                                                     photos->indices, store, DefaultMatchWindow(ZoneHours(args)), prompter, &progress);
-    const int finished = Finish(prompter, report.ran);
+                                                     photos->indices, opened.store, DefaultMatchWindow(ZoneHours(args)), opened.prompter, &progress);
+    const int finished = FinishWithMessages(opened.prompter, report.ran);
     return report.ran ? SaveAndFinish(album) : finished;
 }
 
@@ -68,16 +58,14 @@ int MatchWaypoint(const GpsArguments &args, AlbumDocument &album)
     const std::optional<Photos> photos = PhotosOf(album, args.positional.mid(2));
     if (!photos)
         return ExitFailed;
-    GpsCliPrompter prompter;
-    GpsStore store;
-    store.Load(&prompter);
+    OpenedStore opened;
     std::optional<Waypoint> waypoint;
-    for (int n = 0; n < store.WaypointCount() && !waypoint; ++n) {
-        if (store.WaypointAt(n).name == args.positional[1])
-            waypoint = store.WaypointAt(n);
+    for (int n = 0; n < opened.store.WaypointCount() && !waypoint; ++n) {
+        if (opened.store.WaypointAt(n).name == args.positional[1])
+            waypoint = opened.store.WaypointAt(n);
     }
-    if (!MatchSelectedPhotosWithSelectedWaypoint(album, photos->indices, waypoint, prompter))
-        return Finish(prompter, false);
+    if (!MatchSelectedPhotosWithSelectedWaypoint(album, photos->indices, waypoint, opened.prompter))
+        return FinishWithMessages(opened.prompter, false);
     return SaveAndFinish(album);
 }
 
@@ -131,14 +119,6 @@ std::optional<AlbumOnEarth> EarthContents(const GpsArguments &args, const AlbumD
     return AlbumOnEarth{photos->indices, photos->named, args.Has("--tracks"), ListedTracks(store, DefaultMatchWindow(zone)), zone};
 }
 
-// What an Earth verb wrote, or why not.
-int EarthFinish(const EarthFile &written, const GpsCliPrompter &prompter)
-{
-    if (!written.result)
-        return prompter.messages.isEmpty() ? Fail(written.result.message) : Finish(prompter, false);
-    PrintOut(written.path);
-    return ExitDone;
-}
 
 bool NamesKml(const QString &argument)
 {
@@ -156,13 +136,11 @@ int Kml(const GpsArguments &args, AlbumDocument &album)
 {
     QStringList names = args.positional.mid(1);
     const QString out = !names.isEmpty() && NamesKml(names.front()) ? QDir::current().absoluteFilePath(names.takeFirst()) : QString();
-    GpsCliPrompter prompter;
-    GpsStore store;
-    store.Load(&prompter);
-    const std::optional<AlbumOnEarth> what = EarthContents(args, album, store, names);
+    OpenedStore opened;
+    const std::optional<AlbumOnEarth> what = EarthContents(args, album, opened.store, names);
     if (!what)
         return ExitFailed;
-    return EarthFinish(args.Has("--show") ? ShowAlbumOnEarth(album, *what, store, prompter) : GenerateKml(album, *what, store, out, prompter), prompter);
+    return EarthFinish(args.Has("--show") ? ShowAlbumOnEarth(album, *what, opened.store, opened.prompter) : GenerateKml(album, *what, opened.store, out, opened.prompter), opened.prompter);
 }
 
 QString KmzProblem(const GpsArguments &args)
@@ -172,13 +150,11 @@ QString KmzProblem(const GpsArguments &args)
 
 int Kmz(const GpsArguments &args, AlbumDocument &album)
 {
-    GpsCliPrompter prompter;
-    GpsStore store;
-    store.Load(&prompter);
-    const std::optional<AlbumOnEarth> what = EarthContents(args, album, store, args.positional.mid(2));
+    OpenedStore opened;
+    const std::optional<AlbumOnEarth> what = EarthContents(args, album, opened.store, args.positional.mid(2));
     if (!what)
         return ExitFailed;
-    return EarthFinish(GenerateKmz(album, *what, store, QDir::current().absoluteFilePath(args.positional[1]), prompter), prompter);
+    return EarthFinish(GenerateKmz(album, *what, opened.store, QDir::current().absoluteFilePath(args.positional[1]), opened.prompter), opened.prompter);
 }
 
 QString NoProblem(const GpsArguments &)
@@ -186,73 +162,42 @@ QString NoProblem(const GpsArguments &)
     return {};
 }
 
-int WithAlbum(const GpsArguments &args, const char *verb, UsageCheck check, int (*run)(const GpsArguments &, AlbumDocument &))
+} // namespace
+
+// The verbs that open an album: their arguments are checked first, then the album is opened.
+struct GpsAlbumVerb {
+    const char *name;
+    UsageCheck check;
+    int (*run)(const GpsArguments &, AlbumDocument &);
+};
+
+namespace {
+
+constexpr GpsAlbumVerb AlbumVerbs[] = {
+    {"match", NoProblem, Match},     {"match-waypoint", MatchWaypointProblem, MatchWaypoint},
+    {"shift", ShiftProblem, Shift},  {"correct", CorrectProblem, Correct},
+    {"kml", KmlProblem, Kml},        {"kmz", KmzProblem, Kmz},
+};
+
+} // namespace
+
+const GpsAlbumVerb *FindGpsAlbumVerb(const QString &name)
+{
+    for (const GpsAlbumVerb &verb : AlbumVerbs) {
+        if (name == QLatin1String(verb.name))
+            return &verb;
+    }
+    return nullptr;
+}
+
+int RunGpsAlbumVerb(const GpsAlbumVerb &verb, const GpsArguments &args)
 {
     if (args.positional.isEmpty())
-        return UsageError(QStringLiteral("gps %1 needs ALBUM").arg(QLatin1String(verb)), GpsUsage);
-    for (const QString &problem : {OffsetProblem(args), check(args)}) {
+        return UsageError(QStringLiteral("gps %1 needs ALBUM").arg(QLatin1String(verb.name)), GpsUsage);
+    for (const QString &problem : {OffsetProblem(args), verb.check(args)}) {
         if (!problem.isEmpty())
             return UsageError(problem, GpsUsage);
     }
     const auto album = OpenAlbumForCli(args.positional[0]);
-    return album ? run(args, *album) : ExitFailed;
-}
-
-// The GPS log documents, opened in the viewer when asked.
-int LogDocument(const GpsArguments &args, bool tracks)
-{
-    if (!args.positional.isEmpty())
-        return UsageError(QStringLiteral("gps kml-tracks and kml-waypoints take no arguments"), GpsUsage);
-    GpsCliPrompter prompter;
-    GpsStore store;
-    store.Load(&prompter);
-    QList<int> all;
-    for (int track = 0; track < store.GetTrackCount(); ++track)
-        all << track;
-    const EarthFile written = tracks ? WriteTracksForEarth(store, all, prompter) : WriteWaypointsForEarth(store);
-    if (written.result && args.Has("--show") && !StartEarthViewer(written.path, prompter))
-        return ExitFailed;
-    return EarthFinish(written, prompter);
-}
-
-} // namespace
-
-int RunGpsMatch(const GpsArguments &args)
-{
-    return WithAlbum(args, "match", NoProblem, Match);
-}
-
-int RunGpsMatchWaypoint(const GpsArguments &args)
-{
-    return WithAlbum(args, "match-waypoint", MatchWaypointProblem, MatchWaypoint);
-}
-
-int RunGpsShift(const GpsArguments &args)
-{
-    return WithAlbum(args, "shift", ShiftProblem, Shift);
-}
-
-int RunGpsCorrect(const GpsArguments &args)
-{
-    return WithAlbum(args, "correct", CorrectProblem, Correct);
-}
-
-int RunGpsKml(const GpsArguments &args)
-{
-    return WithAlbum(args, "kml", KmlProblem, Kml);
-}
-
-int RunGpsKmz(const GpsArguments &args)
-{
-    return WithAlbum(args, "kmz", KmzProblem, Kmz);
-}
-
-int RunGpsKmlTracks(const GpsArguments &args)
-{
-    return LogDocument(args, true);
-}
-
-int RunGpsKmlWaypoints(const GpsArguments &args)
-{
-    return LogDocument(args, false);
+    return album ? verb.run(args, *album) : ExitFailed;
 }

@@ -1,6 +1,7 @@
 #include "CliGpsSupport.h"
 
 #include "CliOutput.h"
+#include "EarthOutput.h"
 #include "Language.h"
 #include "TimeZones.h"
 
@@ -116,6 +117,21 @@ double ZoneHours(const GpsArguments &args)
 {
     const std::optional<double> hours = NumberArgument(args.Value("--offset"));
     return hours ? *hours : SelectedTimeZoneHours();
+}
+
+int FinishWithMessages(const GpsCliPrompter &prompter, bool done)
+{
+    for (const QString &message : prompter.messages)
+        done ? PrintOut(message) : (void)Fail(message);
+    return done ? ExitDone : ExitFailed;
+}
+
+int EarthFinish(const EarthFile &written, const GpsCliPrompter &prompter)
+{
+    if (!written.result)
+        return prompter.messages.isEmpty() ? Fail(written.result.message) : FinishWithMessages(prompter, false);
+    PrintOut(written.path);
+    return ExitDone;
 }
 
 QString GpsText(const QString &key)

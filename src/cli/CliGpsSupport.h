@@ -39,6 +39,13 @@ public:
     QStringList messages;
 };
 
+// The store as the GPS window opens it, with the prompter that tells of damaged files.
+struct OpenedStore {
+    OpenedStore() { store.Load(&prompter); }
+    GpsCliPrompter prompter;
+    GpsStore store;
+};
+
 // A progress line on stderr, drawn only when stderr is a terminal.
 class CliProgress : public ProgressSink {
 public:
@@ -64,6 +71,13 @@ int SaveStoreAndFinish(GpsStore &store, int exitCode);
 QString OffsetProblem(const GpsArguments &args);
 // The time zone of --offset, else the one saved in [GPS], else the computer's.
 double ZoneHours(const GpsArguments &args);
+
+// Prints what the operation told the user; the messages of a failure go to stderr.
+int FinishWithMessages(const GpsCliPrompter &prompter, bool done);
+
+// Prints the file an Earth verb wrote, or tells why it wrote none.
+struct EarthFile;
+int EarthFinish(const EarthFile &written, const GpsCliPrompter &prompter);
 
 // A localised text of section "GPS" with one line.
 QString GpsText(const QString &key);

@@ -1,13 +1,9 @@
 #pragma once
 
+class QString;
 struct GpsArguments;
+struct GpsAlbumVerb;
 
-// The gps verbs that work on an album, and those that write KML.
-int RunGpsMatch(const GpsArguments &args);
-int RunGpsMatchWaypoint(const GpsArguments &args);
-int RunGpsShift(const GpsArguments &args);
-int RunGpsCorrect(const GpsArguments &args);
-int RunGpsKml(const GpsArguments &args);
-int RunGpsKmz(const GpsArguments &args);
-int RunGpsKmlTracks(const GpsArguments &args);
-int RunGpsKmlWaypoints(const GpsArguments &args);
+// The gps verbs that work on an album; nothing for any other name.
+const GpsAlbumVerb *FindGpsAlbumVerb(const QString &name);
+int RunGpsAlbumVerb(const GpsAlbumVerb &verb, const GpsArguments &args);

@@ -263,9 +263,8 @@ DataListScanner::Step DataListScanner::Tail()
 {
     const char *p = buffer.constData() + position;
     SkipSpace(p);
-    const int close = Match(p, "</plist>");
-    if (close != 1)
-        return close < 0 ? Step::NeedMore : Step::Refused;
+    if (const Step step = Expect(p, "</plist>"); step != Step::Done)
+        return step;
     SkipSpace(p);
     if (p != End())
         return Step::Refused;
@@ -298,19 +297,23 @@ DataListScanner::Step DataListScanner::ReadItem(const char *&p)
     }
 }
 
+DataListScanner::Step DataListScanner::Expect(const char *&p, QByteArrayView literal) const
+{
+    const int found = Match(p, literal);
+    return found == 1 ? Step::Done : found < 0 ? Step::NeedMore : Step::Refused;
+}
+
 // "<key>text</key>" and the blanks after it.
 DataListScanner::Step DataListScanner::ReadKey(const char *&p, QByteArrayView &key)
 {
-    const int open = Match(p, "<key>");
-    if (open != 1)
-        return open < 0 ? Step::NeedMore : Step::Refused;
-    if (const Step step = ReadText(p, key); step != Step::Done)
-        return step;
-    const int close = Match(p, "</key>");
-    if (close != 1)
-        return close < 0 ? Step::NeedMore : Step::Refused;
-    SkipSpace(p);
-    return Step::Done;
+    Step step = Expect(p, "<key>");
+    if (step == Step::Done)
+        step = ReadText(p, key);
+    if (step == Step::Done)
+        step = Expect(p, "</key>");
+    if (step == Step::Done)
+        SkipSpace(p);
+    return step;
 }
 
 // "<string>text</string>" or "<string/>".
@@ -325,8 +328,7 @@ DataListScanner::Step DataListScanner::ReadString(const char *&p, QByteArrayView
     }
     if (const Step step = ReadText(p, value); step != Step::Done)
         return step;
-    const int close = Match(p, "</string>");
-    return close == 1 ? Step::Done : close < 0 ? Step::NeedMore : Step::Refused;
+    return Expect(p, "</string>");
 }
 
 // Character data up to the next tag, with its references resolved.

@@ -33,6 +33,8 @@ private:
     // 1 when the literal is at p (p then follows it), 0 when not, -1 when the bytes end too soon
     // to tell.
     int Match(const char *&p, QByteArrayView literal) const;
+    // The same as a step: Done when the literal is there.
+    Step Expect(const char *&p, QByteArrayView literal) const;
     void SkipSpace(const char *&p) const;
     const char *End() const { return buffer.constData() + buffer.size(); }
     void Commit(const char *p, State next);

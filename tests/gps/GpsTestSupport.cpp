@@ -8,6 +8,13 @@
 #include <QFile>
 #include <QRegularExpression>
 
+void RenewEnvironment(std::unique_ptr<ScopedTestEnvironment> &environment)
+{
+    environment.reset();
+    environment = std::make_unique<ScopedTestEnvironment>();
+    QDir().mkpath(environment->UserData());
+}
+
 QString CorpusTrack(const QString &name)
 {
     return QStringLiteral(ORVANA_SOURCE_DIR "/../shared/corpus/tracks/") + name;

@@ -3,10 +3,15 @@
 #include "AlbumDocument.h"
 #include "GpsStore.h"
 #include "Prompter.h"
+#include "TestEnvironment.h"
 
 #include <QMap>
 #include <QStringList>
 #include <memory>
+
+// A machine of the next test function's own, with its user-data folder made. The old one goes
+// first: each restores the environment it replaced.
+void RenewEnvironment(std::unique_ptr<ScopedTestEnvironment> &environment);
 
 // The shared corpus of real track logs beside the checkout.
 QString CorpusTrack(const QString &name);

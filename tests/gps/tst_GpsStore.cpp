@@ -33,9 +33,7 @@ private:
 
 void GpsStoreTest::init()
 {
-    environment.reset();
-    environment = std::make_unique<ScopedTestEnvironment>();
-    QDir().mkpath(environment->UserData());
+    RenewEnvironment(environment);
 }
 
 void GpsStoreTest::ImportGpx(GpsStore &store, const QByteArray &body)

@@ -75,9 +75,7 @@ QByteArray Points(int count, int firstSecond)
 void GpxTest::init()
 {
     store.reset();
-    environment.reset();
-    environment = std::make_unique<ScopedTestEnvironment>();
-    QDir().mkpath(environment->UserData());
+    RenewEnvironment(environment);
     store = std::make_unique<GpsStore>();
 }
 

@@ -76,9 +76,7 @@ const QStringList Positioned = {"File=a.jpg", "CaptureDate=2020-06-01 12:30:00",
 void KmlTest::init()
 {
     store = GpsStore();
-    environment.reset();
-    environment = std::make_unique<ScopedTestEnvironment>();
-    QDir().mkpath(environment->UserData());
+    RenewEnvironment(environment);
 }
 
 std::unique_ptr<AlbumDocument> KmlTest::Album(const QList<QStringList> &records)

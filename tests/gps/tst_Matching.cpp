@@ -110,9 +110,7 @@ std::vector<qint64> RandomTrack(QRandomGenerator &random, qint64 base)
 
 void MatchingTest::init()
 {
-    environment.reset();
-    environment = std::make_unique<ScopedTestEnvironment>();
-    QDir().mkpath(environment->UserData());
+    RenewEnvironment(environment);
 }
 
 void MatchingTest::matchingRules_data()

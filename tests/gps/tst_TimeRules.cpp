@@ -31,9 +31,7 @@ private:
 
 void TimeRulesTest::init()
 {
-    environment.reset();
-    environment = std::make_unique<ScopedTestEnvironment>();
-    QDir().mkpath(environment->UserData());
+    RenewEnvironment(environment);
 }
 
 void TimeRulesTest::timeTexts_data()

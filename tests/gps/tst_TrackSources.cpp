@@ -42,9 +42,7 @@ exit 0
 
 void TrackSourcesTest::init()
 {
-    environment.reset();
-    environment = std::make_unique<ScopedTestEnvironment>();
-    QDir().mkpath(environment->UserData());
+    RenewEnvironment(environment);
 }
 
 void TrackSourcesTest::corpusLogs_data()
