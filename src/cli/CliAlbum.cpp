@@ -1,4 +1,4 @@
-#include "CliAlbumSupport.h"
+#include "CliAlbumVerbs.h"
 #include "CliOutput.h"
 
 #include "AlbumFormat.h"
@@ -11,30 +11,34 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-namespace {
-
-const QString Usage = QStringLiteral(
+const QString AlbumUsage = QStringLiteral(
     "orvana-cli album create FOLDER\n"
     "       orvana-cli album info ALBUM [--json]\n"
     "       orvana-cli album list ALBUM [--json]\n"
     "       orvana-cli album arrange ALBUM time|file [--desc]\n"
     "       orvana-cli album find-date ALBUM DATE        DATE: yyyy-mm-dd or \"yyyy-mm-dd hh\"\n"
     "       orvana-cli album set ALBUM FILE KEY VALUE    KEY: note, keywords, date, lat, lon, ele, star\n"
-    "       orvana-cli album star ALBUM [--off] FILE...");
+    "       orvana-cli album star ALBUM [--off] FILE...\n"
+    "       orvana-cli album import ALBUM PATH...          prints each new photo's name\n"
+    "       orvana-cli album check ALBUM [--remove-missing]\n"
+    "       orvana-cli album search ALBUM TEXT\n"
+    "       orvana-cli album set-note ALBUM TEXT FILE...\n"
+    "       orvana-cli album delete ALBUM FILE...          photo files go to the trash\n"
+    "       orvana-cli album copy|cut ALBUM FILE...\n"
+    "       orvana-cli album paste ALBUM\n"
+    "       orvana-cli album keywords-copy ALBUM FILE\n"
+    "       orvana-cli album keywords-paste ALBUM FILE...  adds the copied keywords\n"
+    "       orvana-cli album rotate ALBUM left|right FILE...\n"
+    "       orvana-cli album edit ALBUM bw|sepia|enhance FILE...\n"
+    "       orvana-cli album adjust ALBUM CONTRAST RED GREEN BLUE FILE...   slider positions\n"
+    "       orvana-cli album crop ALBUM LEFT TOP RIGHT BOTTOM FILE\n"
+    "       orvana-cli album write-metadata ALBUM [FILE...]");
 
-struct Arguments {
-    QStringList positional;
-    QStringList flags;
-    bool Has(const char *flag) const { return flags.contains(QLatin1String(flag)); }
-};
+namespace {
 
-Arguments Split(const QStringList &arguments)
-{
-    Arguments split;
-    for (const QString &argument : arguments)
-        (argument.startsWith(QLatin1String("--")) ? split.flags : split.positional) << argument;
-    return split;
-}
+const QString &Usage = AlbumUsage;
+
+using Arguments = CliArguments;
 
 void PrintJson(const QJsonDocument &json)
 {
@@ -154,6 +158,10 @@ struct AlbumVerb {
 
 constexpr AlbumVerb Verbs[] = {
     {"info", Info}, {"list", List}, {"arrange", Arrange}, {"find-date", FindDate}, {"set", Set}, {"star", Star},
+    {"import", AlbumImport}, {"check", AlbumCheck}, {"search", AlbumSearch}, {"set-note", AlbumSetNote},
+    {"delete", AlbumDelete}, {"copy", AlbumCopy}, {"cut", AlbumCut}, {"paste", AlbumPaste},
+    {"keywords-copy", AlbumKeywordsCopy}, {"keywords-paste", AlbumKeywordsPaste}, {"rotate", AlbumRotate},
+    {"edit", AlbumEdit}, {"adjust", AlbumAdjust}, {"crop", AlbumCrop}, {"write-metadata", AlbumWriteMetadata},
 };
 
 } // namespace
@@ -166,7 +174,7 @@ int RunAlbum(const QStringList &arguments)
     }
     UseUserSettings();
     const QString verb = arguments.value(0);
-    const Arguments args = Split(arguments.mid(1));
+    const Arguments args = SplitArguments(arguments.mid(1));
     if (verb == QLatin1String("create"))
         return Create(args);
     for (const AlbumVerb &candidate : Verbs) {

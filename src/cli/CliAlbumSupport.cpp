@@ -1,11 +1,14 @@
 #include "CliAlbumSupport.h"
 
 #include "CliOutput.h"
+#include "AlbumOpening.h"
 #include "Language.h"
 #include "PhotoRecord.h"
 
 #include <QDir>
 #include <QTextStream>
+#include <atomic>
+#include <csignal>
 
 bool CliPrompter::AskYesNo(const QString &title, const QString &text)
 {
@@ -23,6 +26,64 @@ void CliPrompter::Error(const QString &title, const QString &text)
     QTextStream(stderr) << title << ": " << text << '\n';
 }
 
+// Nothing is read from standard input: the text comes from the command line or is not given.
+std::optional<QString> CliPrompter::AskText(const QString &, const QString &, const QString &)
+{
+    return std::nullopt;
+}
+
+namespace {
+
+std::atomic<bool> interrupted{false};
+
+extern "C" void StopWorkOnInterrupt(int)
+{
+    interrupted = true;
+}
+
+} // namespace
+
+CliProgressSink::CliProgressSink()
+{
+    interrupted = false;
+    std::signal(SIGINT, StopWorkOnInterrupt);
+}
+
+CliProgressSink::~CliProgressSink()
+{
+    std::signal(SIGINT, SIG_DFL);
+}
+
+void CliProgressSink::Begin(const QString &, int count)
+{
+    total = count;
+    line = std::make_unique<ProgressLine>();
+}
+
+void CliProgressSink::Advance(int done)
+{
+    if (line)
+        line->Show(done, total);
+}
+
+bool CliProgressSink::Cancelled() const
+{
+    return interrupted;
+}
+
+void CliProgressSink::End()
+{
+    line.reset();
+}
+
+CliArguments SplitArguments(const QStringList &arguments)
+{
+    CliArguments split;
+    for (const QString &argument : arguments)
+        (argument.startsWith(QLatin1String("--")) ? split.flags : split.positional) << argument;
+    return split;
+}
+
 QString Message(const char *key, const char *section, const QString &argument)
 {
     QString text = GetLocalizedString(QLatin1String(key), QLatin1String(section));
@@ -32,7 +93,9 @@ QString Message(const char *key, const char *section, const QString &argument)
 
 std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path)
 {
-    AlbumDocument::OpenResult opened = AlbumDocument::Open(QDir::current().absoluteFilePath(path));
+    CliPrompter prompter(false);
+    CliProgressSink progress;
+    AlbumDocument::OpenResult opened = OpenAlbumDocument(QDir::current().absoluteFilePath(path), OpenRequest(), prompter, progress);
     if (opened.status != OpenAlbumStatus::Ready) {
         Fail(GetLocalizedString(QStringLiteral("MessageFailToOpenAlbum"), QStringLiteral("OrvDocument")) + QStringLiteral(" (") + path + u')');
         return nullptr;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "AlbumDocument.h"
+#include "CliProgress.h"
+#include "ProgressSink.h"
 #include "Prompter.h"
 
 #include <QStringList>
@@ -15,10 +17,37 @@ public:
     bool AskYesNo(const QString &title, const QString &text) override;
     void Inform(const QString &title, const QString &text) override;
     void Error(const QString &title, const QString &text) override;
+    std::optional<QString> AskText(const QString &title, const QString &text, const QString &initial) override;
 
 private:
     bool yes;
 };
+
+// A progress line on a terminal; Ctrl-C asks the work to stop after what it is doing, so that
+// nothing is left half-done.
+class CliProgressSink : public ProgressSink {
+public:
+    CliProgressSink();
+    ~CliProgressSink() override;
+    CliProgressSink(const CliProgressSink &) = delete;
+    CliProgressSink &operator=(const CliProgressSink &) = delete;
+    void Begin(const QString &title, int total) override;
+    void Advance(int done) override;
+    bool Cancelled() const override;
+    void End() override;
+
+private:
+    std::unique_ptr<ProgressLine> line;
+    int total = 0;
+};
+
+// The arguments after a verb: positional ones and "--" flags.
+struct CliArguments {
+    QStringList positional;
+    QStringList flags;
+    bool Has(const char *flag) const { return flags.contains(QLatin1String(flag)); }
+};
+CliArguments SplitArguments(const QStringList &arguments);
 
 // Opens an album by the program's opening rules, as a window would. On failure the reason is
 // on stderr and the result is null. Records naming no bare file are reported.

@@ -1,4 +1,5 @@
 // orvana-cli gps: the GPS log database (tracks, waypoints, their KML) and the group's dispatch.
+#include "CliAlbumSupport.h"
 #include "CliGpsSupport.h"
 #include "CliGpsVerbs.h"
 #include "CliOutput.h"
@@ -35,7 +36,7 @@ int Import(const GpsArguments &args)
     if (args.positional.size() != 1 || !QStringList{"gpx", "nmea", "ozi"}.contains(type))
         return UsageError(QStringLiteral("gps import takes FILE and an optional --type gpx, nmea or ozi"), GpsUsage);
     OpenedStore opened;
-    CliProgress progress;
+    CliProgressSink progress;
     const SourceImport imported = ImportTrackFile(opened.store, Absolute(args.positional[0]), type, &progress);
     const GpxImportReport &report = imported.report;
     const QString counts = QStringLiteral("%1 track(s), %2 point(s), %3 waypoint(s)").arg(report.tracks).arg(report.points).arg(report.waypoints);

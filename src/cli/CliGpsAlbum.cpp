@@ -41,7 +41,7 @@ int Match(const GpsArguments &args, AlbumDocument &album)
     if (!photos)
         return ExitFailed;
     OpenedStore opened;
-    CliProgress progress;
+    CliProgressSink progress;
     const MatchReport report = MatchPhotosWithTracks(album, photos->named ? MatchScope::SelectedPhotos : MatchScope::AllPhotos,
                                                      photos->indices, opened.store, DefaultMatchWindow(ZoneHours(args)), opened.prompter, &progress);
     const int finished = FinishWithMessages(opened.prompter, report.ran);

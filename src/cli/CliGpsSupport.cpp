@@ -6,7 +6,6 @@
 #include "TimeZones.h"
 
 #include <QTextStream>
-#include <unistd.h>
 
 const QString GpsUsage = QStringLiteral(
     "orvana-cli gps import FILE [--type gpx|nmea|ozi]\n"
@@ -62,39 +61,14 @@ void GpsCliPrompter::Inform(const QString &, const QString &text)
     messages << QString(text).replace(QStringLiteral("\r\n"), QStringLiteral(" "));
 }
 
+std::optional<QString> GpsCliPrompter::AskText(const QString &, const QString &, const QString &)
+{
+    return std::nullopt;
+}
+
 void GpsCliPrompter::Error(const QString &title, const QString &text)
 {
     QTextStream(stderr) << "orvana-cli: " << title << ": " << text << '\n';
-}
-
-CliProgress::CliProgress()
-    : shown(isatty(STDERR_FILENO) != 0)
-{
-    sinceDrawn.start();
-}
-
-CliProgress::~CliProgress()
-{
-    if (drawn)
-        QTextStream(stderr) << '\n';
-}
-
-void CliProgress::Begin(const QString &title)
-{
-    stage = title;
-}
-
-void CliProgress::Progress(qint64 done, qint64 total)
-{
-    if (!shown || (drawn && sinceDrawn.elapsed() < 200))
-        return;
-    sinceDrawn.restart();
-    drawn = true;
-    QTextStream err(stderr);
-    err << '\r' << stage << ' ';
-    if (total > 0)
-        err << (100 * done / total) << "% ";
-    err.flush();
 }
 
 int SaveStoreAndFinish(GpsStore &store, int exitCode)

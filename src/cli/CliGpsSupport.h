@@ -1,10 +1,8 @@
 #pragma once
 
 #include "GpsStore.h"
-#include "ProgressSink.h"
 #include "Prompter.h"
 
-#include <QElapsedTimer>
 #include <QMap>
 #include <QStringList>
 #include <optional>
@@ -36,6 +34,7 @@ public:
     bool AskYesNo(const QString &title, const QString &text) override;
     void Inform(const QString &title, const QString &text) override;
     void Error(const QString &title, const QString &text) override;
+    std::optional<QString> AskText(const QString &title, const QString &text, const QString &initial) override;
     QStringList messages;
 };
 
@@ -44,24 +43,6 @@ struct OpenedStore {
     OpenedStore() { store.Load(&prompter); }
     GpsCliPrompter prompter;
     GpsStore store;
-};
-
-// A progress line on stderr, drawn only when stderr is a terminal.
-class CliProgress : public ProgressSink {
-public:
-    CliProgress();
-    ~CliProgress() override;
-    CliProgress(const CliProgress &) = delete;
-    CliProgress &operator=(const CliProgress &) = delete;
-    void Begin(const QString &title) override;
-    void Progress(qint64 done, qint64 total) override;
-    bool Cancelled() const override { return false; }
-
-private:
-    bool shown;
-    bool drawn = false;
-    QString stage;
-    QElapsedTimer sinceDrawn;
 };
 
 // Saves the store when it changed; the exit code.

@@ -12,6 +12,9 @@ constexpr CliGroup Groups[] = {
     {"gps", "VERB ...                          GPS tracks and waypoints, geotagging, time shifts, KML", RunGps},
     {"settings", "get|set SECTION KEY [VALUE]   one value of Orvana.ini", RunSettings},
     {"text", "KEY SECTION                   localised text in the current language", RunText},
+    {"ftp", "ls|get|put|mkdir|rmdir|rm|rename ftp://USER@HOST[:PORT]/PATH [LOCAL|NEWNAME]", RunFtp},
+    {"http", "get http://HOST[:PORT]/PATH OUT    one resource into a file", RunHttp},
+    {"image", "tags|thumbnail|rotate|edit ...  one photo file's tags, thumbnail and edits", RunImage},
 };
 
 QString TopLevelHelp()

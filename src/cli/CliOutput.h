@@ -26,4 +26,7 @@ int RunSettings(const QStringList &arguments);
 int RunText(const QStringList &arguments);
 int RunAlbum(const QStringList &arguments);
 int RunConvert(const QStringList &arguments);
+int RunFtp(const QStringList &arguments);
+int RunHttp(const QStringList &arguments);
+int RunImage(const QStringList &arguments);
 int RunGps(const QStringList &arguments);

@@ -8,12 +8,12 @@
 #include "Language.h"
 #include "Paths.h"
 #include "PhotoRecord.h"
-#include "ProcessRunner.h"
 #include "Prompter.h"
 #include "Settings.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QProcess>
 #include <QSaveFile>
 
 namespace {
@@ -165,10 +165,10 @@ bool StartEarthViewer(const QString &path, Prompter &prompter)
 {
     const QString viewer = ReadSetting(Gps, QStringLiteral("EarthAppPath"));
     if (viewer.isEmpty())
-        return StartDetached(QStringLiteral("xdg-open"), {path});
+        return QProcess::startDetached(QStringLiteral("xdg-open"), {path});
     if (!QFileInfo(viewer).isExecutable()) {
         prompter.Error(Text("ShowOnEarth", QStringLiteral("Form")), Text("MessageNoGoogleEarthFound"));
         return false;
     }
-    return StartDetached(viewer, {path});
+    return QProcess::startDetached(viewer, {path});
 }

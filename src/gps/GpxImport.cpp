@@ -3,6 +3,8 @@
 #include "GpsNumbers.h"
 #include "GpsStore.h"
 #include "GpxReader.h"
+#include "Language.h"
+#include "ProgressSink.h"
 #include "TimeText.h"
 #include "TrackFileWriter.h"
 
@@ -143,7 +145,11 @@ GpxImportReport ImportGPXFile(GpsStore &store, const QString &path, ProgressSink
         return report;
     }
     StoreImport import(store, report);
+    if (progress)
+        progress->Begin(GetLocalizedString(QStringLiteral("Importing"), QStringLiteral("General")), static_cast<int>(file.size() / 1024));
     const GpxReadResult read = ReadGpx(file, import, progress);
+    if (progress)
+        progress->End();
     report.ok = read.ok && import.writeError.isEmpty();
     report.cancelled = read.cancelled;
     report.error = read.ok ? import.writeError : read.error;

@@ -131,7 +131,7 @@ private:
         handler.TrackPoint({lat, lon, ele, time});
         if (progress && ++pointsSinceProgress == PointsBetweenProgress) {
             pointsSinceProgress = 0;
-            progress->Progress(device.pos(), device.size());
+            progress->Advance(static_cast<int>(device.pos() / 1024));
             cancelled = progress->Cancelled();
         }
     }

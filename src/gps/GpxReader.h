@@ -34,6 +34,6 @@ struct GpxReadResult {
 // Streams a GPX file through the handler: every track ("trk") with all its segments as one list
 // of points, and every waypoint ("wpt"); routes and everything else are passed over. A fault ends
 // the reading where it is: what was handed over before it stays handed over, the track under way
-// is never ended. Entities are neither expanded nor fetched: a reference to one declared in the
+// is never ended. Progress goes in kilobytes read. Entities are neither expanded nor fetched: a reference to one declared in the
 // file is a fault, one declared elsewhere is left out.
 GpxReadResult ReadGpx(QIODevice &device, GpxHandler &handler, ProgressSink *progress = nullptr);

@@ -115,7 +115,7 @@ MatchReport MatchPhotosWithTracks(AlbumDocument &album, MatchScope scope, const 
     }
     report.ran = true;
     if (progress)
-        progress->Begin(Text("Matching", QStringLiteral("General")));
+        progress->Begin(Text("Matching", QStringLiteral("General")), static_cast<int>(photos.size()));
 
     // The photos' times, and the span of them widened by the greatest difference accepted.
     std::vector<std::optional<qint64>> times;
@@ -141,7 +141,7 @@ MatchReport MatchPhotosWithTracks(AlbumDocument &album, MatchScope scope, const 
     for (qsizetype n = 0; n < photos.size(); ++n) {
         ++report.examined;
         if (progress) {
-            progress->Progress(n, photos.size());
+            progress->Advance(static_cast<int>(n));
             if (progress->Cancelled()) {
                 report.cancelled = true;
                 --report.examined;
@@ -173,7 +173,7 @@ MatchReport MatchPhotosWithTracks(AlbumDocument &album, MatchScope scope, const 
         ++report.located;
     }
     if (progress)
-        progress->Progress(report.examined, photos.size());
+        progress->End();
     Report(prompter, report);
     CountLocatedPhotos(report.located);
     return report;

@@ -2,7 +2,7 @@
 
 #include "GpsStore.h"
 #include "Paths.h"
-#include "ProcessRunner.h"
+#include "ShellAndWait.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -10,8 +10,9 @@
 
 namespace {
 
-// GPSBabel may wait long on a receiver; the user can always cancel.
-constexpr int ConverterTimeoutMs = 30 * 60 * 1000;
+// GPSBabel may wait long on a receiver. While it runs, events keep flowing, so a dialog's timer
+// can move its progress bar.
+constexpr qint64 ConverterTimeoutMs = 30 * 60 * 1000;
 
 const QString Gpx = QStringLiteral("gpx");
 
@@ -113,7 +114,7 @@ SourceImport ImportTrackFile(GpsStore &store, const QString &path, const QString
     CreateFolderPath(GetUserDataFolder());
     const QString converted = TemporaryGpxPath();
     QFile::remove(converted);
-    RunAndWait(GpsBabelProgram(), FileConversionArguments(type, path, converted), ConverterTimeoutMs, progress);
+    RunAndWait(GpsBabelProgram(), FileConversionArguments(type, path, converted), ConverterTimeoutMs);
     return ImportConverted(store, converted, Failure, Success, progress);
 }
 
@@ -124,8 +125,7 @@ SourceImport DownloadFromReceiver(GpsStore &store, const QString &format, const 
     QFile::remove(GetDownloadGPXFileName(LogType::Tracks));
     QFile::remove(GetDownloadGPXFileName(LogType::Waypoints));
     const QString downloaded = GetDownloadGPXFileName(logType);
-    RunAndWait(GpsBabelProgram(), ReceiverDownloadArguments(logType, format, GetDownloadPortName(portEntry), downloaded),
-               ConverterTimeoutMs, progress);
+    RunAndWait(GpsBabelProgram(), ReceiverDownloadArguments(logType, format, GetDownloadPortName(portEntry), downloaded), ConverterTimeoutMs);
     return ImportConverted(store, downloaded,
                            logType == LogType::Tracks ? "MessageFailToImportTrackFromGPSr" : "MessageFailToImportWaypointFromGPSr",
                            "MessageSucceedToImportTracksFromGPS", progress);

@@ -199,11 +199,8 @@ int AlbumDocument::FindItemsWithDate(const QDateTime &date, const QString &forma
 void AlbumDocument::ActionStar(bool on)
 {
     const QString value = on ? QStringLiteral("1") : QStringLiteral("0");
-    const QList<int> targets = view == View::Detail ? QList<int>{current} : SelectedIndices();
-    for (const int index : targets) {
-        if (index >= 1)
-            list.SetItemProperty(PhotoRecord::Star, value, index);
-    }
+    for (const int index : TargetIndices())
+        list.SetItemProperty(PhotoRecord::Star, value, index);
     DocumentWasModified();
 }
 

@@ -71,6 +71,32 @@ public:
     qint64 GetTotalBytesByDatalist() const;
     qint64 GetTotalBytesByFileSystem() const;
 
+    // Records come and go through these, so the view flags stay with their records.
+    int AppendRecord();
+    void RemoveRecord(int index);
+
+    // Highlights the records whose note, keywords or file name hold the text, in any letter
+    // case; returns how many, or -1 for an empty text, which changes nothing.
+    int ActionSearch(const QString &text);
+    int ActionHighlightNotedPhotos();
+    // "0 Item Found", "3 Items Found".
+    static QString FoundLabel(int count);
+
+    void SetNoteForPhotos(const QList<int> &indices, const QString &note);
+    bool ActionSetNoteForSelectedPhotos(Prompter &prompter);
+    // The current photo's keywords, for pasting onto others.
+    QString ActionKeywordsCopy() const;
+    // Adds the keywords to each selected photo's own (the current one in the detail view).
+    void ActionKeywordsPaste(const QString &keywords);
+
+    // Removes the records with their thumbnails and sends their photo files to the trash in one
+    // go; files already gone are simply not sent. Records naming no bare file are left alone and
+    // returned.
+    QList<int> DeleteItems(QList<int> indices);
+    bool ActionDelete(Prompter &prompter);
+    // The photos the selection (or, in the detail view, the current photo) stands for.
+    QList<int> TargetIndices() const;
+
 private:
     explicit AlbumDocument(const QString &folder);
     void ResetViewFlags();

@@ -182,6 +182,12 @@ void DataList::RemoveItem(int index)
         items.erase(items.begin() + (index - 1));
 }
 
+void DataList::ClearItem(int index)
+{
+    if (index >= 1 && index <= ItemCount())
+        items[static_cast<std::size_t>(index - 1)].clear();
+}
+
 void DataList::SortItems(const QString &key, int order)
 {
     const int keyId = FindKey(key);

@@ -60,6 +60,8 @@ public:
     // Inserts an empty item at index (1 .. count + 1); out-of-range indices append.
     void AddItem(int index);
     void RemoveItem(int index);
+    // Empties an item, keeping its place.
+    void ClearItem(int index);
     // Order 1 ascending, 0 descending, by the key's text; items with equal text keep their order.
     void SortItems(const QString &key, int order);
 

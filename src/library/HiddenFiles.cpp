@@ -11,21 +11,26 @@ QString HiddenListPath(const QFileInfo &info)
     return info.absolutePath() + QStringLiteral("/.hidden");
 }
 
-QStringList ListedNames(const QString &listPath)
+QSet<QString> ListedNames(const QString &listPath)
 {
     QFile list(listPath);
     if (!list.open(QIODevice::ReadOnly))
         return {};
-    QStringList names;
+    QSet<QString> names;
     for (const QByteArray &line : list.readAll().split('\n')) {
         const QString name = QString::fromUtf8(line).trimmed();
         if (!name.isEmpty())
-            names << name;
+            names.insert(name);
     }
     return names;
 }
 
 } // namespace
+
+QSet<QString> HiddenNames(const QString &folder)
+{
+    return ListedNames(folder + QStringLiteral("/.hidden"));
+}
 
 bool IsHidden(const QString &path)
 {

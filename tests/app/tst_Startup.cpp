@@ -17,22 +17,15 @@ private slots:
     void firstRunFile_data();
     void firstRunFile();
     void settingsAfterFirstStart();
-    void languageChoice_data();
-    void languageChoice();
     void screenCheck_data();
     void screenCheck();
-    void folderRepairs();
-    void normalisedSettings_data();
-    void normalisedSettings();
-    void sharedServerDefault_data();
-    void sharedServerDefault();
     void dispatch_data();
     void dispatch();
     void autoPlayHandler_data();
     void autoPlayHandler();
-    void updateCheck_data();
-    void updateCheck();
     void startUpNote();
+    void settledByStart_data();
+    void settledByStart();
 };
 
 namespace {
@@ -122,37 +115,6 @@ void StartupTest::settingsAfterFirstStart()
     QCOMPARE(QDir::currentPath(), environment.Env().documents + QStringLiteral("/My Photo Albums"));
 }
 
-void StartupTest::languageChoice_data()
-{
-    QTest::addColumn<QByteArray>("settings");
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QString>("stored");
-    QTest::newRow("stored choice") << QByteArray("[Language]\nCurrent=zh_CN\n") << "en_US" << "zh_CN" << "zh_CN";
-    QTest::newRow("empty choice follows the system") << QByteArray("[Language]\nCurrent=\n") << "zh_CN" << "zh_CN" << "";
-    QTest::newRow("missing folder: English for good") << QByteArray("[Language]\nCurrent=fr\n") << "en_US" << "English" << "English";
-    QTest::newRow("mislabelled folder: English for good") << QByteArray("[Language]\nCurrent=zh_TW\n") << "zh_TW" << "English" << "English";
-    QTest::newRow("settings file deleted") << QByteArray() << "zh_CN" << "zh_CN" << "";
-}
-
-void StartupTest::languageChoice()
-{
-    QFETCH(QByteArray, settings);
-    QFETCH(QString, locale);
-    QFETCH(QString, language);
-    QFETCH(QString, stored);
-    ScopedTestEnvironment environment;
-    UseTestLanguages(environment);
-    environment.Env().locale = locale;
-    WriteSettings(environment, settings);
-    if (settings.isEmpty())
-        QFile::remove(environment.SettingsPath());
-
-    QVERIFY(!SettleUserDataAndLanguage());
-    QCOMPARE(CurrentLanguage(), language);
-    QCOMPARE(Setting("Language", "Current"), stored);
-}
-
 void StartupTest::screenCheck_data()
 {
     QTest::addColumn<int>("height");
@@ -181,100 +143,6 @@ void StartupTest::screenCheck()
     } else {
         QCOMPARE(Setting("System", "OrvanaRoot"), environment.Env().install);
     }
-}
-
-void StartupTest::folderRepairs()
-{
-    ScopedTestEnvironment environment;
-    UseTestLanguages(environment);
-    const QString blocker = environment.Root() + QStringLiteral("/a-file");
-    WriteAll(blocker, "not a folder");
-    const QString nested = environment.Root() + QStringLiteral("/new/library");
-    const struct {
-        QString stored;
-        QString expected;
-    } cases[] = {
-        {nested, nested},                                                        // created with its parents
-        {blocker + QStringLiteral("/library"), environment.Env().documents},     // cannot exist: Documents
-        {QString(), environment.Env().documents},
-    };
-    for (const auto &c : cases) {
-        WriteSettings(environment, "[Library]\nMainPath=" + c.stored.toUtf8() + "\n");
-        RecordingHost host;
-        RunStartup(host, QStringLiteral("/GPS"));
-        QCOMPARE(Setting("Library", "MainPath"), c.expected);
-        QVERIFY(FolderExists(c.expected));
-        QCOMPARE(QDir::currentPath(), c.expected);
-    }
-}
-
-void StartupTest::normalisedSettings_data()
-{
-    QTest::addColumn<QByteArray>("settings");
-    QTest::addColumn<int>("albumFormat");
-    QTest::addColumn<bool>("onOpenFolder");
-    QTest::addColumn<bool>("onOpenAlbum");
-    QTest::addColumn<int>("extraTab");
-    QTest::addColumn<QString>("storedOnOpenFolder");
-
-    QTest::newRow("defaults") << QByteArray() << 0 << true << false << 0 << "1";
-    QTest::newRow("format 7 is 1, flags as stored")
-        << QByteArray("[System]\nDefaultAlbumFormat=7\nCheckModifiedWhenOpenFolder=0\nCheckModifiedWhenOpenAlbum=1\n"
-                      "[Layout]\nSelectedExtraTab=3\nFastMakeThumbnail=1\n")
-        << 1 << false << true << 3 << "0";
-    QTest::newRow("lenient numbers")
-        << QByteArray("[System]\nDefaultAlbumFormat=abc\nCheckModifiedWhenOpenFolder= 2x\nCheckModifiedWhenOpenAlbum=no\n"
-                      "[Layout]\nSelectedExtraTab=2.5\n")
-        << 0 << true << false << 2 << "2x";
-}
-
-void StartupTest::normalisedSettings()
-{
-    QFETCH(QByteArray, settings);
-    QFETCH(int, albumFormat);
-    QFETCH(bool, onOpenFolder);
-    QFETCH(bool, onOpenAlbum);
-    QFETCH(int, extraTab);
-    QFETCH(QString, storedOnOpenFolder);
-    ScopedTestEnvironment environment;
-    UseTestLanguages(environment);
-    WriteSettings(environment, settings);
-    AppState() = {9, false, false, 9};
-    RecentDocs().Add(QStringLiteral("/left/over"));
-
-    RecordingHost host;
-    RunStartup(host, QString());
-    QCOMPARE(AppState().defaultAlbumFormat, albumFormat);
-    QCOMPARE(AppState().checkModifiedWhenOpenFolder, onOpenFolder);
-    QCOMPARE(AppState().checkModifiedWhenOpenAlbum, onOpenAlbum);
-    QCOMPARE(static_cast<int>(AppState().selectedExtraTab), extraTab);
-    QCOMPARE(Setting("System", "CheckModifiedWhenOpenFolder"), storedOnOpenFolder);
-    QCOMPARE(Setting("Layout", "FastMakeThumbnail"), QStringLiteral("0"));
-    QCOMPARE(RecentDocs().Count(), 0);
-}
-
-void StartupTest::sharedServerDefault_data()
-{
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QByteArray>("settings");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("English system: present and empty") << "en_US" << QByteArray() << "";
-    QTest::newRow("Chinese system: regional host") << "zh_TW" << QByteArray() << "share.orvana.cn";
-    QTest::newRow("a chosen host stays") << "zh_CN" << QByteArray("[System]\nSharedServer=mine.example\n") << "mine.example";
-}
-
-void StartupTest::sharedServerDefault()
-{
-    QFETCH(QString, locale);
-    QFETCH(QByteArray, settings);
-    QFETCH(QString, expected);
-    ScopedTestEnvironment environment; // the shipped resources, with their service hosts
-    environment.Env().locale = locale;
-    WriteSettings(environment, settings);
-    RecordingHost host;
-    RunStartup(host, QString());
-    QCOMPARE(Setting("System", "SharedServer"), expected);
-    QVERIFY(ReadAll(environment.SettingsPath()).contains("SharedServer="));
 }
 
 void StartupTest::dispatch_data()
@@ -347,36 +215,6 @@ void StartupTest::autoPlayHandler()
     }
 }
 
-void StartupTest::updateCheck_data()
-{
-    QTest::addColumn<QByteArray>("settings");
-    QTest::addColumn<bool>("checks");
-    QTest::addColumn<QString>("stored");
-    QTest::newRow("first time: today is written") << QByteArray() << false << "46348";
-    QTest::newRow("zero counts as never") << QByteArray("[System]\nLastCheckUpdate=0\n") << false << "46348";
-    QTest::newRow("7 days old") << QByteArray("[System]\nLastCheckUpdate=46341\n") << false << "46341";
-    QTest::newRow("8 days old") << QByteArray("[System]\nLastCheckUpdate=46340\n") << true << "46340";
-    QTest::newRow("also with the GPS window alone") << QByteArray("[System]\nLastCheckUpdate=1\n") << true << "1";
-}
-
-void StartupTest::updateCheck()
-{
-    QFETCH(QByteArray, settings);
-    QFETCH(bool, checks);
-    QFETCH(QString, stored);
-    ScopedTestEnvironment environment;
-    UseTestLanguages(environment);
-    WriteSettings(environment, settings);
-    RecordingHost host;
-    RunStartup(host, QStringLiteral("/GPS"));
-    QCOMPARE(host.calls.contains(QStringLiteral("StartVersionUpdater")), checks);
-    QCOMPARE(Setting("System", "LastCheckUpdate"), stored);
-
-    RecordingHost updater;
-    QCOMPARE(RunStartup(updater, QStringLiteral("/VersionUpdater")), StartupOutcome::UpdaterOnly);
-    QCOMPARE(updater.calls, (QStringList{"LoadMapServerTemplates", "ShowUpdaterWindow"}));
-}
-
 void StartupTest::startUpNote()
 {
     ScopedTestEnvironment environment;
@@ -387,6 +225,81 @@ void StartupTest::startUpNote()
     RunStartup(host, QString());
     QCOMPARE(host.messages, QStringList{"Welcome\r\nback"});
     QCOMPARE(host.calls.indexOf(QStringLiteral("Inform")), host.calls.indexOf(QStringLiteral("UnloadSplash")) + 2);
+}
+
+// What a start leaves behind, from the settings an earlier start left. Expectations are
+// "Section/Key=value" for the settings file, "state:name=value" for the process-wide values,
+// "language=", "updater=" (whether the update check ran) and "cwd=". {root} and {documents}
+// stand for the test's folders.
+void StartupTest::settledByStart_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QByteArray>("settings"); // empty: the file is missing, the folder is not
+    QTest::addColumn<QString>("commandLine");
+    QTest::addColumn<QStringList>("expected");
+
+    QTest::newRow("a start's defaults") << "en_US" << QByteArray("[Language]\nCurrent=English\n") << ""
+        << QStringList{"System/CheckModifiedWhenOpenFolder=1", "Layout/FastMakeThumbnail=0", "System/SharedServer=",
+                       "System/LastCheckUpdate=46348", "state:albumFormat=0", "state:folder=1", "state:album=0", "updater=0"};
+    QTest::newRow("stored values, format 7 is 1") << "en_US"
+        << QByteArray("[System]\nDefaultAlbumFormat=7\nCheckModifiedWhenOpenFolder=0\nCheckModifiedWhenOpenAlbum=1\n[Layout]\nSelectedExtraTab=3\nFastMakeThumbnail=1\n")
+        << "" << QStringList{"state:albumFormat=1", "state:folder=0", "state:album=1", "state:tab=3", "Layout/FastMakeThumbnail=0"};
+    QTest::newRow("numbers read leniently") << "en_US"
+        << QByteArray("[System]\nDefaultAlbumFormat=abc\nCheckModifiedWhenOpenFolder= 2x\nCheckModifiedWhenOpenAlbum=no\n[Layout]\nSelectedExtraTab=2.5\n")
+        << "" << QStringList{"state:albumFormat=0", "state:folder=1", "state:album=0", "state:tab=2", "System/CheckModifiedWhenOpenFolder=2x"};
+    QTest::newRow("stored language") << "en_US" << QByteArray("[Language]\nCurrent=zh_CN\n") << "" << QStringList{"language=zh_CN"};
+    QTest::newRow("empty language follows the system") << "zh_CN" << QByteArray("[Language]\nCurrent=\n") << "" << QStringList{"language=zh_CN", "Language/Current="};
+    QTest::newRow("settings file deleted") << "zh_CN" << QByteArray() << "" << QStringList{"language=zh_CN"};
+    QTest::newRow("missing language folder: English for good") << "en_US" << QByteArray("[Language]\nCurrent=fr\n") << "" << QStringList{"language=English", "Language/Current=English"};
+    QTest::newRow("mislabelled language folder") << "zh_TW" << QByteArray("[Language]\nCurrent=zh_TW\n") << "" << QStringList{"language=English", "Language/Current=English"};
+    QTest::newRow("Chinese system: regional sharing host") << "zh_TW" << QByteArray("[Language]\nCurrent=English\n") << "" << QStringList{"System/SharedServer=share.orvana.cn"};
+    QTest::newRow("a chosen sharing host stays") << "zh_CN" << QByteArray("[System]\nSharedServer=mine.example\n") << "" << QStringList{"System/SharedServer=mine.example"};
+    QTest::newRow("install folder repaired") << "en_US" << QByteArray("[System]\nOrvanaRoot=/opt/old\n") << "" << QStringList{"System/OrvanaRoot={root}/install"};
+    QTest::newRow("library made with its parents") << "en_US" << QByteArray("[Library]\nMainPath={root}/new/library\n") << "/GPS" << QStringList{"Library/MainPath={root}/new/library", "cwd={root}/new/library"};
+    QTest::newRow("library that cannot exist: Documents") << "en_US" << QByteArray("[Library]\nMainPath={root}/a-file/library\n") << "/GPS" << QStringList{"Library/MainPath={documents}", "cwd={documents}"};
+    QTest::newRow("update check 7 days old") << "en_US" << QByteArray("[System]\nLastCheckUpdate=46341\n") << "" << QStringList{"updater=0", "System/LastCheckUpdate=46341"};
+    QTest::newRow("update check 8 days old") << "en_US" << QByteArray("[System]\nLastCheckUpdate=46340\n") << "" << QStringList{"updater=1", "System/LastCheckUpdate=46340"};
+    QTest::newRow("zero counts as never") << "en_US" << QByteArray("[System]\nLastCheckUpdate=0\n") << "" << QStringList{"updater=0", "System/LastCheckUpdate=46348"};
+    QTest::newRow("update check also for the GPS window") << "en_US" << QByteArray("[System]\nLastCheckUpdate=1\n") << "/GPS" << QStringList{"updater=1"};
+}
+
+void StartupTest::settledByStart()
+{
+    QFETCH(QString, locale);
+    QFETCH(QByteArray, settings);
+    QFETCH(QString, commandLine);
+    QFETCH(QStringList, expected);
+    ScopedTestEnvironment environment;
+    UseTestLanguages(environment);
+    QFile::copy(QStringLiteral(ORVANA_SOURCE_DIR "/resources/Services.ini"), environment.Env().install + QStringLiteral("/Resources/Services.ini"));
+    WriteAll(environment.Root() + QStringLiteral("/a-file"), "not a folder");
+    environment.Env().locale = locale;
+    QDir().mkpath(environment.UserData());
+    if (!settings.isEmpty())
+        WriteAll(environment.SettingsPath(), settings.replace("{root}", environment.Root().toUtf8()));
+    AppState() = {9, false, true, 9};
+    RecentDocs().Add(QStringLiteral("/left/over"));
+
+    RecordingHost host;
+    QCOMPARE(RunStartup(host, commandLine), StartupOutcome::WindowsShown);
+    QCOMPARE(RecentDocs().Count(), 0);
+    const AppStateValues &state = AppState();
+    const QMap<QString, QString> actual = {
+        {QStringLiteral("state:albumFormat"), QString::number(state.defaultAlbumFormat)},
+        {QStringLiteral("state:folder"), QString::number(state.checkModifiedWhenOpenFolder)},
+        {QStringLiteral("state:album"), QString::number(state.checkModifiedWhenOpenAlbum)},
+        {QStringLiteral("state:tab"), QString::number(state.selectedExtraTab)},
+        {QStringLiteral("language"), CurrentLanguage()},
+        {QStringLiteral("updater"), QString::number(host.calls.contains(QStringLiteral("StartVersionUpdater")))},
+        {QStringLiteral("cwd"), QDir::currentPath()},
+    };
+    for (QString expectation : expected) {
+        expectation.replace(QStringLiteral("{root}"), environment.Root()).replace(QStringLiteral("{documents}"), environment.Env().documents);
+        const QString name = expectation.section(u'=', 0, 0);
+        const QString value = expectation.section(u'=', 1);
+        const QString got = name.contains(u'/') ? ReadSetting(name.section(u'/', 0, 0), name.section(u'/', 1)) : actual.value(name);
+        QVERIFY2(got == value, qPrintable(QStringLiteral("%1: %2 instead of %3").arg(name, got, value)));
+    }
 }
 
 QTEST_GUILESS_MAIN(StartupTest)

@@ -75,6 +75,12 @@ void RecordingPrompter::Error(const QString &, const QString &text)
     errors << text;
 }
 
+std::optional<QString> RecordingPrompter::AskText(const QString &, const QString &text, const QString &)
+{
+    asked << text;
+    return std::nullopt;
+}
+
 QByteArray Gpx(const QByteArray &body)
 {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<gpx version=\"1.1\" creator=\"test\" xmlns=\"http://www.topografix.com/GPX/1/1\">\n"

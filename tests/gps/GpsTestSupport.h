@@ -40,6 +40,7 @@ public:
     bool AskYesNo(const QString &title, const QString &text) override;
     void Inform(const QString &title, const QString &text) override;
     void Error(const QString &title, const QString &text) override;
+    std::optional<QString> AskText(const QString &title, const QString &text, const QString &initial) override;
 };
 
 // A GPX document around the given body.

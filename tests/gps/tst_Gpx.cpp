@@ -51,9 +51,9 @@ Box BoundsUnion(const GpsStore &store)
     return box;
 }
 
-class CancelAtFirstReport : public ProgressSink {
+class CancelAtFirstReport : public NoProgress {
 public:
-    void Progress(qint64, qint64) override { asked = true; }
+    void Advance(int) override { asked = true; }
     bool Cancelled() const override { return asked; }
     bool asked = false;
 };

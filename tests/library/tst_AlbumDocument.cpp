@@ -1,6 +1,7 @@
 #include "AlbumDocument.h"
 #include "AppState.h"
 #include "InfoExchange.h"
+#include "OutsideChanges.h"
 #include "PhotoRecord.h"
 #include "Prompter.h"
 #include "RecordEdit.h"
@@ -26,6 +27,12 @@ private slots:
     void exchangeList();
     void typedValues_data();
     void typedValues();
+    void searchesAndNotes();
+    void keywordPaste_data();
+    void keywordPaste();
+    void deletion();
+    void outsideChangeRule_data();
+    void outsideChangeRule();
 
 private:
     std::unique_ptr<AlbumDocument> MakeAlbum(const QList<QStringList> &records); // File, CaptureDate, Size, Star
@@ -46,6 +53,7 @@ public:
     }
     void Inform(const QString &, const QString &) override {}
     void Error(const QString &, const QString &) override {}
+    std::optional<QString> AskText(const QString &, const QString &, const QString &) override { return std::nullopt; }
 };
 
 QStringList Files(const AlbumDocument &album)
@@ -289,6 +297,111 @@ void AlbumDocumentTest::typedValues()
     QCOMPARE(album->IsModified(), accepted);
     if (recordKey == PhotoRecord::CameraMaker)
         QCOMPARE(result.message, QStringLiteral("Camera Maker is read-only and cannot be changed here."));
+}
+
+void AlbumDocumentTest::searchesAndNotes()
+{
+    auto album = MakeAlbum(Holiday);
+    album->SetNoteForPhotos({1, 3}, QStringLiteral("Sunrise over the BAY"));
+    album->List().SetItemProperty(PhotoRecord::Keywords, QStringLiteral("bay;boats;"), 2);
+    const QList<QPair<QString, QList<int>>> searches = {
+        {QStringLiteral("bay"), {1, 2, 3}}, {QStringLiteral("B.JPG"), {4}}, {QStringLiteral("nothing"), {}}};
+    for (const auto &[text, expected] : searches) {
+        QCOMPARE(album->ActionSearch(text), static_cast<int>(expected.size()));
+        QList<int> highlighted;
+        for (int i = 1; i <= album->RecordCount(); ++i) {
+            if (album->IsHighlighted(i))
+                highlighted << i;
+        }
+        QCOMPARE(highlighted, expected);
+    }
+    QCOMPARE(album->ActionSearch(QString()), -1); // an empty search field changes nothing
+    QVERIFY(!album->IsHighlighted(1));
+    QCOMPARE(album->ActionHighlightNotedPhotos(), 2);
+    QCOMPARE(AlbumDocument::FoundLabel(0), QStringLiteral("0 Item Found"));
+    QCOMPARE(AlbumDocument::FoundLabel(1), QStringLiteral("1 Items Found"));
+}
+
+void AlbumDocumentTest::keywordPaste_data()
+{
+    QTest::addColumn<QString>("own");
+    QTest::addColumn<QString>("pasted");
+    QTest::addColumn<QString>("result");
+    QTest::newRow("added after the photo's own") << "beach;" << "family;sun;" << "beach;family;sun;";
+    QTest::newRow("no keyword twice, in any case") << "Beach;sun;" << "beach;SUN;sea;" << "Beach;sun;sea;";
+    QTest::newRow("onto none") << "" << "a;b;" << "a;b;";
+    QTest::newRow("blanks and empty pieces dropped") << " x ;;" << "; y;" << "x;y;";
+}
+
+void AlbumDocumentTest::keywordPaste()
+{
+    QFETCH(QString, own);
+    QFETCH(QString, pasted);
+    QFETCH(QString, result);
+    auto album = MakeAlbum(Holiday);
+    album->List().SetItemProperty(PhotoRecord::Keywords, own, 2);
+    album->List().SetItemProperty(PhotoRecord::Keywords, pasted, 1);
+    album->SetCurrentIndex(1);
+    const QString copied = album->ActionKeywordsCopy();
+    album->SetSelected(2, true);
+    album->ActionKeywordsPaste(copied);
+    QCOMPARE(album->Record(PhotoRecord::Keywords, 2), result);
+    QCOMPARE(album->Record(PhotoRecord::Keywords, 3), QString());
+}
+
+void AlbumDocumentTest::deletion()
+{
+    const QString dataHome = environment->Root() + QStringLiteral("/data-home");
+    qputenv("XDG_DATA_HOME", dataHome.toUtf8());
+    auto album = MakeAlbum(Holiday + QList<QStringList>{{"../outside.jpg"}});
+    QDir().mkpath(AlbumFormat::ThumbnailFolder(albumPath));
+    for (const char *name : {"a.jpg", "b.jpg"}) {
+        WriteAll(albumPath + u'/' + QLatin1String(name), "photo");
+        WriteAll(AlbumFormat::ThumbnailFolder(albumPath) + u'/' + QLatin1String(name), "thumbnail");
+    }
+    WriteAll(AlbumFormat::ThumbnailFolder(albumPath) + QStringLiteral("/d.jpg"), "thumbnail"); // its photo is gone
+    album->SetSelected(4, true);
+
+    ScriptedPrompter prompter;
+    prompter.answer = false;
+    QVERIFY(!album->ActionDelete(prompter));
+    QCOMPARE(album->RecordCount(), 5);
+
+    const QList<int> leftAlone = album->DeleteItems({2, 3, 5, 3});
+    QCOMPARE(leftAlone, QList<int>{5});
+    QCOMPARE(Files(*album), (QStringList{"c.jpg", "b.jpg", "../outside.jpg"}));
+    QCOMPARE(SelectedFiles(*album), QStringList{"b.jpg"}); // the selection stays with its record
+    QVERIFY(!QFile::exists(albumPath + QStringLiteral("/a.jpg")));
+    QVERIFY(QFile::exists(dataHome + QStringLiteral("/Trash/files/a.jpg")));
+    QVERIFY(!QFile::exists(AlbumFormat::ThumbnailFolder(albumPath) + QStringLiteral("/a.jpg")));
+    QVERIFY(!QFile::exists(AlbumFormat::ThumbnailFolder(albumPath) + QStringLiteral("/d.jpg")));
+    QVERIFY(!QFile::exists(dataHome + QStringLiteral("/Trash/files/d.jpg")));
+    QVERIFY(album->IsModified());
+    qunsetenv("XDG_DATA_HOME");
+}
+
+void AlbumDocumentTest::outsideChangeRule_data()
+{
+    QTest::addColumn<qint64>("fileSize");
+    QTest::addColumn<QString>("fileModified");
+    QTest::addColumn<QString>("archived");
+    QTest::addColumn<bool>("changed");
+    // The record: 1000 bytes, modified 10:00:00.
+    QTest::newRow("as recorded") << qint64(1000) << "2026-07-01 10:00:00" << "2026-07-01 10:05:00" << false;
+    QTest::newRow("other length") << qint64(999) << "2026-07-01 10:00:00" << "2026-07-01 10:05:00" << true;
+    QTest::newRow("touched 15 s after import: not a change") << qint64(1000) << "2026-07-01 10:05:15" << "2026-07-01 10:05:00" << false;
+    QTest::newRow("touched 16 s after import") << qint64(1000) << "2026-07-01 10:05:16" << "2026-07-01 10:05:00" << true;
+    QTest::newRow("older time, same length") << qint64(1000) << "2026-06-30 08:00:00" << "2026-07-01 10:05:00" << false;
+    QTest::newRow("other time, no import moment") << qint64(1000) << "2026-07-01 10:00:01" << "" << true;
+}
+
+void AlbumDocumentTest::outsideChangeRule()
+{
+    QFETCH(qint64, fileSize);
+    QFETCH(QString, fileModified);
+    QFETCH(QString, archived);
+    QFETCH(bool, changed);
+    QCOMPARE(IsChangedOutside(QStringLiteral("1000"), QStringLiteral("2026-07-01 10:00:00"), archived, fileSize, fileModified), changed);
 }
 
 QTEST_GUILESS_MAIN(AlbumDocumentTest)

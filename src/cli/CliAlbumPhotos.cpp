@@ -1,0 +1,156 @@
+// Album verbs that bring photos in, find them, annotate them and move them between albums.
+#include "CliAlbumVerbs.h"
+#include "CliOutput.h"
+
+#include "AlbumOpening.h"
+#include "DataList.h"
+#include "OrvAlbumImporter.h"
+#include "Paths.h"
+#include "PhotoRecord.h"
+#include "PhotoTransfer.h"
+#include "Startup.h"
+
+#include <QDir>
+
+namespace {
+
+// Between two runs of orvana-cli the copied keywords wait in the user-data folder.
+QString KeywordsExchangePath()
+{
+    return GetUserDataFolder() + QStringLiteral("/KeywordsExchange.plist");
+}
+
+// The exchange lists live in the user-data folder, made as the windows make it on a first run.
+void EnsureUserData()
+{
+    SettleUserDataAndLanguage();
+}
+
+int PrintFiles(const AlbumDocument &album, const QList<int> &indices)
+{
+    for (const int index : indices)
+        PrintOut(album.Record(PhotoRecord::File, index));
+    return ExitDone;
+}
+
+int Needs(const CliArguments &args, qsizetype count, const QString &what)
+{
+    return args.positional.size() < count ? UsageError(what, AlbumUsage) : ExitDone;
+}
+
+} // namespace
+
+int AlbumImport(const CliArguments &args, AlbumDocument &album)
+{
+    if (const int bad = Needs(args, 2, QStringLiteral("album import takes ALBUM and PATH...")))
+        return bad;
+    QStringList paths;
+    for (const QString &path : args.positional.mid(1))
+        paths << QDir::current().absoluteFilePath(path);
+    CliProgressSink progress;
+    OrvAlbumImporter importer;
+    importer.SetDocument(&album);
+    const QList<int> added = importer.ImportFiles(paths, progress);
+    PrintFiles(album, added);
+    const int saved = SaveAndFinish(album);
+    return progress.Cancelled() ? Fail(QStringLiteral("import cancelled; the photos listed are in the album")) : saved;
+}
+
+int AlbumCheck(const CliArguments &args, AlbumDocument &album)
+{
+    CliPrompter prompter(args.Has("--remove-missing"));
+    CliProgressSink progress;
+    ActionCheckModified(album, prompter, progress);
+    return SaveAndFinish(album);
+}
+
+int AlbumSearch(const CliArguments &args, AlbumDocument &album)
+{
+    if (const int bad = Needs(args, 2, QStringLiteral("album search takes ALBUM and TEXT")))
+        return bad;
+    album.ActionSearch(args.positional[1]);
+    QList<int> found;
+    for (int i = 1; i <= album.RecordCount(); ++i) {
+        if (album.IsHighlighted(i))
+            found << i;
+    }
+    return PrintFiles(album, found);
+}
+
+int AlbumSetNote(const CliArguments &args, AlbumDocument &album)
+{
+    if (const int bad = Needs(args, 3, QStringLiteral("album set-note takes ALBUM, TEXT and FILE...")))
+        return bad;
+    const auto records = RecordsNamed(album, args.positional.mid(2));
+    if (!records)
+        return ExitFailed;
+    album.SetNoteForPhotos(*records, args.positional[1]);
+    return SaveAndFinish(album);
+}
+
+int AlbumDelete(const CliArguments &args, AlbumDocument &album)
+{
+    if (const int bad = Needs(args, 2, QStringLiteral("album delete takes ALBUM and FILE...")))
+        return bad;
+    const auto records = RecordsNamed(album, args.positional.mid(1));
+    if (!records)
+        return ExitFailed;
+    album.DeleteItems(*records);
+    return SaveAndFinish(album);
+}
+
+int AlbumCopy(const CliArguments &args, AlbumDocument &album)
+{
+    EnsureUserData();
+    const auto records = RecordsNamed(album, args.positional.mid(1));
+    if (!records)
+        return ExitFailed;
+    return ActionCopy(album, *records) ? ExitDone : Fail(QStringLiteral("cannot write the exchange list"));
+}
+
+int AlbumCut(const CliArguments &args, AlbumDocument &album)
+{
+    EnsureUserData();
+    const auto records = RecordsNamed(album, args.positional.mid(1));
+    if (!records)
+        return ExitFailed;
+    return ActionCut(album, *records) ? ExitDone : Fail(QStringLiteral("cannot write the exchange list"));
+}
+
+int AlbumPaste(const CliArguments &, AlbumDocument &album)
+{
+    CliProgressSink progress;
+    PrintFiles(album, ActionPaste(album, progress));
+    return SaveAndFinish(album);
+}
+
+int AlbumKeywordsCopy(const CliArguments &args, AlbumDocument &album)
+{
+    if (const int bad = Needs(args, 2, QStringLiteral("album keywords-copy takes ALBUM and FILE")))
+        return bad;
+    const auto records = RecordsNamed(album, {args.positional[1]});
+    if (!records)
+        return ExitFailed;
+    album.SetCurrentIndex(records->front());
+    EnsureUserData();
+    DataList exchange;
+    exchange.SetDocumentProperty(PhotoRecord::Keywords, album.ActionKeywordsCopy());
+    QString error;
+    return exchange.Save(KeywordsExchangePath(), &error) ? ExitDone : Fail(error);
+}
+
+int AlbumKeywordsPaste(const CliArguments &args, AlbumDocument &album)
+{
+    if (const int bad = Needs(args, 2, QStringLiteral("album keywords-paste takes ALBUM and FILE...")))
+        return bad;
+    const auto records = RecordsNamed(album, args.positional.mid(1));
+    if (!records)
+        return ExitFailed;
+    DataList exchange;
+    if (!exchange.Load(KeywordsExchangePath()))
+        return Fail(QStringLiteral("no keywords were copied"));
+    for (const int index : *records)
+        album.SetSelected(index, true);
+    album.ActionKeywordsPaste(exchange.GetDocumentProperty(PhotoRecord::Keywords));
+    return SaveAndFinish(album);
+}

@@ -1,0 +1,101 @@
+#include "ExifToolSession.h"
+
+#include <QElapsedTimer>
+#include <QRegularExpression>
+#include <algorithm>
+
+namespace {
+
+constexpr int PollIntervalMs = 100;
+constexpr int CloseWaitMs = 5000;
+
+} // namespace
+
+std::optional<QByteArray> ArgumentLine(const QString &argument)
+{
+    const QByteArray bytes = argument.toUtf8();
+    static const QRegularExpression blankAfterAssignment(QStringLiteral("^-[-:\\w]+#?\\s*[-+<]?= "));
+    const bool plainLineLoses = bytes.contains('\n') || bytes.contains('\r') || bytes.isEmpty()
+        || QChar(argument.front()).isSpace() || argument.front() == u'#'
+        || blankAfterAssignment.match(argument).hasMatch();
+    if (!plainLineLoses)
+        return bytes + '\n';
+    if (bytes.contains('$') || bytes.contains('@'))
+        return std::nullopt;
+    QByteArray escaped = bytes;
+    escaped.replace('\\', "\\\\").replace('\n', "\\n").replace('\r', "\\r");
+    return "#[CSTR]" + escaped + '\n';
+}
+
+bool ExifToolSession::CanCarry(const QStringList &arguments)
+{
+    return std::all_of(arguments.begin(), arguments.end(),
+                       [](const QString &argument) { return ArgumentLine(argument).has_value(); });
+}
+
+ExifToolSession::ExifToolSession(const QString &program)
+{
+    // One stream keeps ExifTool's warnings in order with the "{ready}" that closes a command.
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, {QStringLiteral("-stay_open"), QStringLiteral("True"), QStringLiteral("-@"), QStringLiteral("-")});
+    process.waitForStarted();
+}
+
+ExifToolSession::~ExifToolSession()
+{
+    if (process.state() != QProcess::Running)
+        return;
+    process.write("-stay_open\nFalse\n");
+    process.closeWriteChannel();
+    if (!process.waitForFinished(CloseWaitMs))
+        process.kill();
+    process.waitForFinished();
+}
+
+ProcessRun ExifToolSession::Execute(const QStringList &arguments, qint64 timeoutMs)
+{
+    ProcessRun run;
+    if (process.state() != QProcess::Running) {
+        run.message = ProcessNotStartedMessage;
+        return run;
+    }
+    const QByteArray ready = "{ready" + QByteArray::number(++commandNumber) + '}';
+    QByteArray command;
+    for (const QString &argument : arguments) {
+        const std::optional<QByteArray> line = ArgumentLine(argument);
+        if (!line) {
+            run.message = QStringLiteral("an argument cannot be passed to the running ExifTool");
+            return run;
+        }
+        command += *line;
+    }
+    command += "-execute" + QByteArray::number(commandNumber) + '\n';
+    process.write(command);
+
+    QElapsedTimer clock;
+    clock.start();
+    while (!run.output.contains(ready)) {
+        if (process.state() != QProcess::Running) {
+            run.message = ProcessNotStartedMessage;
+            return run;
+        }
+        if (clock.elapsed() > timeoutMs) {
+            process.kill();
+            run.message = ProcessTimedOutMessage;
+            return run;
+        }
+        // Output may also have come in while events were handled, so whatever has arrived is
+        // taken, whether or not the wait saw it.
+        process.waitForReadyRead(PollIntervalMs);
+        run.output += process.readAllStandardOutput();
+        KeepEventsFlowing();
+    }
+    run.output.truncate(run.output.indexOf(ready));
+    for (const QByteArray &line : run.output.split('\n')) {
+        if (line.startsWith("Warning") || line.startsWith("Error"))
+            run.errors += line + '\n';
+    }
+    run.finished = true;
+    run.exitCode = run.output.contains("Error") ? 1 : 0;
+    return run;
+}

@@ -1,0 +1,116 @@
+#include "MetadataWriter.h"
+
+#include "ExifToolSession.h"
+#include "ImageTags.h"
+#include "ShellAndWait.h"
+#include "TagReader.h"
+#include "TagRules.h"
+
+#include <cmath>
+
+namespace {
+
+// Positions are written with six decimals and ExifTool stores them as rationals; a thousandth
+// of a second of arc is well below both.
+constexpr double DegreesTolerance = 1e-6;
+constexpr double MetresTolerance = 1e-3;
+
+QString WithoutTrailingBlanks(QString text)
+{
+    while (!text.isEmpty() && text.back().isSpace())
+        text.chop(1);
+    return text;
+}
+
+Result Mismatch(const QString &photoPath, const char *what, const QString &found)
+{
+    return Result::Failure(QStringLiteral("%1: %2 reads back as \"%3\"").arg(photoPath, QLatin1String(what), found));
+}
+
+MetadataWriteReport Report(const QString &photoPath, const PhotoMetadata &values, const ProcessRun &run)
+{
+    MetadataWriteReport report;
+    report.attempted = true;
+    if (!run.finished)
+        report.result = Result::Failure(QStringLiteral("%1: %2").arg(photoPath, run.message));
+    else if (run.exitCode != 0)
+        report.result = Result::Failure(QStringLiteral("%1: %2").arg(photoPath, QString::fromUtf8(run.errors).trimmed()));
+    else
+        report.result = VerifyWrittenMetadata(photoPath, values);
+    report.facts = ReadPhotoFileFacts(photoPath);
+    return report;
+}
+
+MetadataWriteReport NothingToWrite(const QString &photoPath)
+{
+    MetadataWriteReport report;
+    report.facts = ReadPhotoFileFacts(photoPath);
+    return report;
+}
+
+} // namespace
+
+MetadataWriteReport WriteMetadata(const QString &photoPath, const PhotoMetadata &values)
+{
+    const QStringList arguments = ExifToolArguments(values, photoPath);
+    if (arguments.isEmpty())
+        return NothingToWrite(photoPath);
+    return Report(photoPath, values, RunAndWait(ExifToolProgram(), arguments, ExifToolTimeoutMs));
+}
+
+QList<MetadataWriteReport> WriteMetadataBatch(const QList<MetadataWriteJob> &jobs, const WriteProgress &progress)
+{
+    QList<MetadataWriteReport> reports;
+    std::unique_ptr<ExifToolSession> session;
+    for (qsizetype index = 0; index < jobs.size(); ++index) {
+        const MetadataWriteJob &job = jobs[index];
+        if (progress && !progress(index, job.photoPath))
+            break;
+        const QStringList arguments = ExifToolArguments(job.values, job.photoPath);
+        if (arguments.isEmpty()) {
+            reports << NothingToWrite(job.photoPath);
+            continue;
+        }
+        if (!ExifToolSession::CanCarry(arguments)) {
+            reports << Report(job.photoPath, job.values, RunAndWait(ExifToolProgram(), arguments, ExifToolTimeoutMs));
+            continue;
+        }
+        if (!session)
+            session = std::make_unique<ExifToolSession>(ExifToolProgram());
+        reports << Report(job.photoPath, job.values, session->Execute(arguments));
+    }
+    return reports;
+}
+
+bool WriteMetadataWithExifTool(const QString &photoPath, const QString &description, const QString &keywords,
+                               double longitude, double latitude, double elevation)
+{
+    return WriteMetadata(photoPath, {description, keywords, longitude, latitude, elevation}).attempted;
+}
+
+Result VerifyWrittenMetadata(const QString &photoPath, const PhotoMetadata &values)
+{
+    const TagReader reader = TagReader::FromFile(photoPath);
+    ImageTags tags;
+    tags.LoadExifTags(reader);
+    if (!values.description.isEmpty()) {
+        if (tags.caption != values.description)
+            return Mismatch(photoPath, "the caption", tags.caption);
+        const QString description = reader.Text(TagFamily::Exif, QStringLiteral("ImageDescription"));
+        if (description != WithoutTrailingBlanks(values.description))
+            return Mismatch(photoPath, "the image description", description);
+    }
+    const QStringList keywords = values.keywords.split(u';', Qt::SkipEmptyParts);
+    if (!keywords.isEmpty() && tags.keywords != KeywordsText(keywords.join(u',')))
+        return Mismatch(photoPath, "the keywords", tags.keywords);
+    if (!values.HasPosition())
+        return Result::Success();
+    if (std::abs(tags.latitude.toDouble() - UpToSixDecimals(values.latitude).toDouble()) > DegreesTolerance || tags.latitude.isEmpty())
+        return Mismatch(photoPath, "the latitude", tags.latitude);
+    if (std::abs(tags.longitude.toDouble() - UpToSixDecimals(values.longitude).toDouble()) > DegreesTolerance)
+        return Mismatch(photoPath, "the longitude", tags.longitude);
+    const std::optional<double> altitude = reader.GpsAltitude();
+    if (!altitude || std::abs(*altitude - OneDecimal(values.elevation).toDouble()) > MetresTolerance)
+        return Mismatch(photoPath, "the altitude", altitude ? QString::number(*altitude) : QString());
+    return Result::Success();
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "ColourTables.h"
+#include "PhotoFileFacts.h"
+#include "Picture.h"
+#include "Result.h"
+
+#include <QString>
+
+// The editing commands on photo files. Each rewrites the file in place, whole or not at all, and
+// keeps its EXIF, IPTC and XMP tags. The outcome carries what the photo's record must take over:
+// the file's new size and time and the picture's new width and height. When a thumbnail path is
+// given, that thumbnail is made again from the edited photo.
+struct EditOutcome {
+    Result result;
+    PhotoFileFacts facts;
+};
+
+enum class PhotoEffect { Enhance, BlackAndWhite, Sepia };
+
+// A JPEG turns without re-encoding when its size allows (see TurnJpegLosslessly); any other
+// photo is decoded, turned and written again.
+EditOutcome RotatePhotoFile(const QString &photoPath, Turn turn, const QString &thumbnailPath = {});
+EditOutcome AdjustPhotoFile(const QString &photoPath, const ColourTables &tables, const QString &thumbnailPath = {});
+EditOutcome ApplyEffectToPhotoFile(const QString &photoPath, PhotoEffect effect, const QString &thumbnailPath = {});
+EditOutcome CropPhotoFile(const QString &photoPath, const CropRectangle &rectangle, const QString &thumbnailPath = {});
+
+// The JPEG quality of an edited photo: high enough that one edit leaves no visible trace.
+constexpr int EditedJpegQuality = 90;

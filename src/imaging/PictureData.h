@@ -1,0 +1,38 @@
+#pragma once
+
+// Inside the image library only: the libvips picture behind a Picture.
+#include "Picture.h"
+
+#include <vips/vips8>
+
+// The most memory a decoded picture may take before its file is refused: room for a
+// 300-megapixel panorama, and a bound on what a damaged header can make the program ask for.
+constexpr double MaxDecodedBytes = 1e9;
+
+struct PictureData {
+    vips::VImage image;
+
+    static Picture Wrap(vips::VImage image);
+    static const vips::VImage *ImageOf(const Picture &picture);
+};
+
+// A copy of encoded bytes for libvips to decode from. Pictures decoded from it hold their own
+// reference, so it may go before they do.
+class VipsBytes {
+public:
+    explicit VipsBytes(const QByteArray &bytes);
+    ~VipsBytes();
+    VipsBytes(const VipsBytes &) = delete;
+    VipsBytes &operator=(const VipsBytes &) = delete;
+    VipsBlob *get() const { return blob; }
+
+private:
+    VipsBlob *blob;
+};
+
+// The picture as 8-bit sRGB (three bands, plus alpha when it has one): the form every effect
+// and every encoder of the program works on.
+vips::VImage AsEightBitRgb(vips::VImage image);
+bool HasAlpha(const vips::VImage &image);
+// The picture on white where it was transparent.
+vips::VImage WithoutAlpha(const vips::VImage &image);

@@ -1,0 +1,58 @@
+#include "ShellAndWait.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QThread>
+
+const QString ProcessNotStartedMessage = QStringLiteral(
+    "This program could not determine whether the process started.  Please watch the program and check it completes.");
+const QString ProcessTimedOutMessage = QStringLiteral("The process has timed out.");
+
+namespace {
+
+constexpr int PollIntervalMs = 100;
+
+} // namespace
+
+void KeepEventsFlowing()
+{
+    if (QCoreApplication::instance() && QThread::currentThread() == QCoreApplication::instance()->thread())
+        QCoreApplication::processEvents();
+}
+
+ProcessRun RunAndWait(const QString &program, const QStringList &arguments, qint64 timeoutMs)
+{
+    ProcessRun run;
+    QProcess process;
+    process.start(program, arguments, QIODevice::ReadOnly);
+    if (!process.waitForStarted()) {
+        run.message = ProcessNotStartedMessage;
+        return run;
+    }
+    QElapsedTimer clock;
+    clock.start();
+    while (!process.waitForFinished(PollIntervalMs)) {
+        KeepEventsFlowing();
+        if (process.state() == QProcess::NotRunning)
+            break;
+        if (clock.elapsed() > timeoutMs) {
+            process.kill();
+            process.waitForFinished();
+            run.message = ProcessTimedOutMessage;
+            return run;
+        }
+    }
+    run.finished = true;
+    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    run.output = process.readAllStandardOutput();
+    run.errors = process.readAllStandardError();
+    return run;
+}
+
+bool ShellAndWait(const QString &program, const QStringList &arguments, QString &message, qint64 timeoutMs)
+{
+    const ProcessRun run = RunAndWait(program, arguments, timeoutMs);
+    message = run.message;
+    return run.finished;
+}

@@ -1,0 +1,98 @@
+#include "TagCopy.h"
+
+#include "ExifPixelSize.h"
+#include "ImagingLibrary.h"
+#include "Picture.h"
+
+
+namespace {
+
+// The size cameras give the preview in the EXIF block.
+constexpr int PreviewBox = 160;
+
+// Exiv2's pointer type is deprecated by name, so it is only ever deduced.
+auto OpenBytes(const QByteArray &bytes)
+{
+    return Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte *>(bytes.constData()), static_cast<long>(bytes.size()));
+}
+
+bool HoldsTags(Exiv2::Image &image)
+{
+    return !image.exifData().empty() || !image.iptcData().empty() || !image.xmpData().empty() || !image.xmpPacket().empty()
+        || !image.comment().empty() || image.iccProfileDefined();
+}
+
+void RemakePreview(Exiv2::ExifData &exif, const Picture &edited)
+{
+    if (Exiv2::ExifThumbC(exif).copy().size_ == 0)
+        return;
+    const QByteArray preview = edited.ResizedToFit(PreviewBox, PreviewBox).Encode(ImageFormat::Jpeg);
+    Exiv2::ExifThumb thumbnail(exif);
+    if (preview.isEmpty())
+        thumbnail.erase();
+    else
+        thumbnail.setJpegThumbnail(reinterpret_cast<const Exiv2::byte *>(preview.constData()), static_cast<long>(preview.size()));
+}
+
+// The packet goes over as it was written where the file kept one; TIFF files only give the
+// parsed properties, which are serialised again.
+void CopyXmp(Exiv2::Image &source, Exiv2::Image &target)
+{
+    const std::string packet = source.xmpPacket();
+    if (!packet.empty()) {
+        target.setXmpPacket(packet);
+        target.writeXmpFromPacket(true);
+    } else {
+        target.setXmpData(source.xmpData());
+        target.writeXmpFromPacket(false);
+    }
+}
+
+QByteArray Contents(Exiv2::BasicIo &io)
+{
+    if (io.open() != 0)
+        throw Exiv2::Error(Exiv2::kerDataSourceOpenFailed, io.path(), "");
+    io.seek(0, Exiv2::BasicIo::beg);
+    const Exiv2::DataBuf bytes = io.read(io.size());
+    io.close();
+    return QByteArray(reinterpret_cast<const char *>(bytes.pData_), bytes.size_);
+}
+
+} // namespace
+
+Result CopyTags(const QByteArray &original, QByteArray &encoded, const Picture &edited)
+{
+    InitialiseImaging();
+    try {
+        const auto source = OpenBytes(original);
+        if (source.get() == nullptr)
+            return Result::Success();
+        source->readMetadata();
+        // Reading clears the flag; set, xmpPacket() gives the packet as written, not serialised again.
+        source->writeXmpFromPacket(true);
+        if (!HoldsTags(*source))
+            return Result::Success();
+        const auto target = OpenBytes(encoded);
+        if (target.get() == nullptr)
+            return Result::Failure(QStringLiteral("the edited picture cannot hold the photo's tags"));
+        target->readMetadata();
+        Exiv2::ExifData exif = source->exifData();
+        SetExifPixelSize(exif, edited.Width(), edited.Height());
+        RemakePreview(exif, edited);
+        if (target->supportsMetadata(Exiv2::mdExif))
+            target->setExifData(exif);
+        if (target->supportsMetadata(Exiv2::mdIptc))
+            target->setIptcData(source->iptcData());
+        if (target->supportsMetadata(Exiv2::mdXmp))
+            CopyXmp(*source, *target);
+        if (target->supportsMetadata(Exiv2::mdComment))
+            target->setComment(source->comment());
+        if (target->supportsMetadata(Exiv2::mdIccProfile) && source->iccProfileDefined())
+            target->setIccProfile(*source->iccProfile());
+        target->writeMetadata();
+        encoded = Contents(target->io());
+        return Result::Success();
+    } catch (const std::exception &error) {
+        return Result::Failure(QStringLiteral("the photo's tags could not be carried over: %1").arg(QString::fromUtf8(error.what())));
+    }
+}

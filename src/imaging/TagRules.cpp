@@ -1,0 +1,47 @@
+#include "TagRules.h"
+
+#include <QDateTime>
+#include <QStringList>
+
+QString DateTakenText(const QString &dateTimeOriginal)
+{
+    QString date = dateTimeOriginal.trimmed();
+    if (date.size() != 19)
+        return {};
+    date[4] = u'-';
+    date[7] = u'-';
+    if (!QDateTime::fromString(date, QStringLiteral("yyyy-MM-dd HH:mm:ss")).isValid())
+        return {};
+    if (date == QLatin1String("0000-00-00 00:00:00"))
+        return {};
+    return date;
+}
+
+QString FlashState(const QString &flashText)
+{
+    if (flashText.isEmpty())
+        return {};
+    return flashText.contains(QLatin1String("Flash fired")) ? QStringLiteral("ON") : QStringLiteral("OFF");
+}
+
+QString KeywordsText(const QString &keywordsTag)
+{
+    if (keywordsTag.isEmpty())
+        return {};
+    QString keywords = keywordsTag;
+    keywords.replace(u',', u';');
+    return keywords + u';';
+}
+
+QString SignedDegreesText(const QString &reference, const QString &sexagesimal, const QString &positiveReference)
+{
+    const QStringList parts = sexagesimal.split(u':');
+    if (parts.size() != 3)
+        return {};
+    // A part that is not a number counts as 0, as a lenient numeric conversion would read it.
+    const double value = parts[0].trimmed().toDouble() + parts[1].trimmed().toDouble() / 60.0
+        + parts[2].trimmed().toDouble() / 3600.0;
+    const double signedValue = reference == positiveReference ? value : -value;
+    // 0.0 and -0.0 are the same place; only one of them is printed.
+    return QString::number(signedValue == 0.0 ? 0.0 : signedValue, 'f', 6);
+}

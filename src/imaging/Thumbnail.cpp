@@ -1,0 +1,90 @@
+#include "Thumbnail.h"
+
+#include "ImagingLibrary.h"
+#include "ParallelWork.h"
+#include "PictureData.h"
+#include "TagReader.h"
+
+#include <QFile>
+
+using vips::VError;
+using vips::VImage;
+
+namespace {
+
+vips::VOption *BoxOptions()
+{
+    return VImage::option()->set("height", ThumbnailBox)->set("size", VIPS_SIZE_DOWN);
+}
+
+// libvips would read many more formats than the program's (PDF, SVG, HEIF, text matrices ...)
+// from a misnamed file; only the decoders of the program's formats are let near a photo, and
+// ImageMagick only for the formats it stands in for.
+void RefuseOtherDecoders(const QString &photoPath)
+{
+    const char *loader = vips_foreign_find_load(QFile::encodeName(photoPath).constData());
+    const QByteArray name = loader ? QByteArray(loader) : QByteArray();
+    const ImageFormat format = FormatOfFile(photoPath);
+    const bool byMagick = format == ImageFormat::Bmp || format == ImageFormat::Psd || format == ImageFormat::Ico;
+    for (const char *own : {"VipsForeignLoadJpeg", "VipsForeignLoadPng", "VipsForeignLoadSpng", "VipsForeignLoadTiff",
+                            "VipsForeignLoadNsgif"}) {
+        if (name.startsWith(own))
+            return;
+    }
+    if (byMagick && name.startsWith("VipsForeignLoadMagick"))
+        return;
+    throw VError("not a picture of a format the program reads");
+}
+
+Picture FromPhoto(const QString &photoPath)
+{
+    RefuseOtherDecoders(photoPath);
+    return PictureData::Wrap(VImage::thumbnail(QFile::encodeName(photoPath).constData(), ThumbnailBox, BoxOptions()));
+}
+
+Picture FromEmbeddedPreview(const QString &photoPath)
+{
+    const TagReader tags = TagReader::FromFile(photoPath);
+    const QByteArray preview = tags.EmbeddedPreview();
+    if (preview.isEmpty())
+        return {};
+    try {
+        const VipsBytes bytes(preview);
+        VImage image = VImage::thumbnail_buffer(bytes.get(), ThumbnailBox, BoxOptions()->set("no_rotate", true));
+        // The preview carries no orientation of its own: the photo's applies to it.
+        image = image.copy();
+        image.set(VIPS_META_ORIENTATION, tags.Orientation());
+        return PictureData::Wrap(image.autorot());
+    } catch (const VError &) {
+        vips_error_clear();
+        return {};
+    }
+}
+
+} // namespace
+
+Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath, ThumbnailSource source)
+{
+    InitialiseImaging();
+    Picture thumbnail;
+    if (source == ThumbnailSource::EmbeddedPreviewFirst)
+        thumbnail = FromEmbeddedPreview(photoPath);
+    try {
+        if (thumbnail.IsNull())
+            thumbnail = FromPhoto(photoPath);
+    } catch (const VError &error) {
+        const QString reason = QString::fromUtf8(error.what()).trimmed();
+        vips_error_clear();
+        return Result::Failure(QStringLiteral("%1: %2").arg(photoPath, reason));
+    }
+    return thumbnail.SaveJpeg(thumbnailPath, GoodJpegQuality);
+}
+
+QList<Result> MakeThumbnails(const QList<ThumbnailJob> &jobs, ThumbnailSource source)
+{
+    QList<Result> results(jobs.size());
+    RunInParallel(jobs.size(), [&](qsizetype index) {
+        results[index] = MakeThumbnail(jobs[index].photoPath, jobs[index].thumbnailPath, source);
+    });
+    return results;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Result.h"
+
+#include <QList>
+#include <QString>
+
+// The box an album thumbnail fits into, in pixels.
+constexpr int ThumbnailBox = 128;
+
+// Where a thumbnail's pixels come from. The quick way takes the small preview most cameras
+// embed in the EXIF block (the [Layout] FastMakeThumbnail setting) and falls back to the photo
+// itself when there is none.
+enum class ThumbnailSource { Photo, EmbeddedPreviewFirst };
+
+// Writes the photo's thumbnail as a JPEG of the good quality that fits ThumbnailBox, turned the
+// way the photo's orientation tag says. The photo is decoded at a reduced size where its format
+// allows, so a large photo is never decoded whole. On failure nothing is written.
+Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath,
+                     ThumbnailSource source = ThumbnailSource::Photo);
+
+struct ThumbnailJob {
+    QString photoPath;
+    QString thumbnailPath;
+};
+
+// Makes many thumbnails on every core; the results are in the order of the jobs.
+QList<Result> MakeThumbnails(const QList<ThumbnailJob> &jobs, ThumbnailSource source = ThumbnailSource::Photo);

@@ -1,0 +1,162 @@
+// The document's actions on notes, keywords, searches and deletion.
+#include "AlbumDocument.h"
+
+#include "Keywords.h"
+#include "Language.h"
+#include "PhotoRecord.h"
+#include "Prompter.h"
+#include "Trash.h"
+
+#include <QFile>
+#include <algorithm>
+
+namespace {
+
+QString Localized(const char *key, const char *section)
+{
+    return GetLocalizedString(QLatin1String(key), QLatin1String(section));
+}
+
+} // namespace
+
+int AlbumDocument::AppendRecord()
+{
+    list.AddItem(RecordCount() + 1);
+    selected.push_back(false);
+    highlighted.push_back(false);
+    if (current == 0)
+        current = 1;
+    return RecordCount();
+}
+
+void AlbumDocument::RemoveRecord(int index)
+{
+    if (index < 1 || index > RecordCount())
+        return;
+    list.RemoveItem(index);
+    selected.erase(selected.begin() + (index - 1));
+    highlighted.erase(highlighted.begin() + (index - 1));
+    if (current > RecordCount() || current > index)
+        --current;
+    if (current == 0 && RecordCount() > 0)
+        current = 1;
+}
+
+QList<int> AlbumDocument::TargetIndices() const
+{
+    if (view == View::Detail)
+        return current >= 1 ? QList<int>{current} : QList<int>{};
+    return SelectedIndices();
+}
+
+int AlbumDocument::ActionSearch(const QString &text)
+{
+    if (text.isEmpty())
+        return -1;
+    QList<int> found;
+    for (int i = 1; i <= RecordCount(); ++i) {
+        for (const QString &key : {PhotoRecord::Description, PhotoRecord::Keywords, PhotoRecord::File}) {
+            if (Record(key, i).contains(text, Qt::CaseInsensitive)) {
+                found << i;
+                break;
+            }
+        }
+    }
+    SetHighlightItems(found);
+    return static_cast<int>(found.size());
+}
+
+int AlbumDocument::ActionHighlightNotedPhotos()
+{
+    QList<int> noted;
+    for (int i = 1; i <= RecordCount(); ++i) {
+        if (!Record(PhotoRecord::Description, i).isEmpty())
+            noted << i;
+    }
+    SetHighlightItems(noted);
+    return static_cast<int>(noted.size());
+}
+
+QString AlbumDocument::FoundLabel(int count)
+{
+    return count == 0 ? QStringLiteral("0 Item Found") : QString::number(count) + QStringLiteral(" Items Found");
+}
+
+void AlbumDocument::SetNoteForPhotos(const QList<int> &indices, const QString &note)
+{
+    for (const int index : indices)
+        list.SetItemProperty(PhotoRecord::Description, note, index);
+    if (!indices.isEmpty())
+        DocumentWasModified();
+}
+
+bool AlbumDocument::ActionSetNoteForSelectedPhotos(Prompter &prompter)
+{
+    const QList<int> indices = SelectedIndices();
+    if (indices.isEmpty())
+        return false;
+    const std::optional<QString> note = prompter.AskText(Localized("SetNoteForSelectedPhotos", "OrvDocument"),
+                                                         Localized("MessageSetNoteForSelectedPhotos", "OrvDocument"),
+                                                         Record(PhotoRecord::Description, indices.front()));
+    if (!note)
+        return false;
+    SetNoteForPhotos(indices, *note);
+    return true;
+}
+
+QString AlbumDocument::ActionKeywordsCopy() const
+{
+    return Record(PhotoRecord::Keywords, current);
+}
+
+void AlbumDocument::ActionKeywordsPaste(const QString &keywords)
+{
+    bool changed = false;
+    for (const int index : TargetIndices()) {
+        const QString merged = Keywords::Merge(Record(PhotoRecord::Keywords, index), keywords);
+        if (merged != Record(PhotoRecord::Keywords, index)) {
+            list.SetItemProperty(PhotoRecord::Keywords, merged, index);
+            changed = true;
+        }
+    }
+    if (changed)
+        DocumentWasModified();
+}
+
+QList<int> AlbumDocument::DeleteItems(QList<int> indices)
+{
+    std::sort(indices.begin(), indices.end(), std::greater<>());
+    indices.erase(std::unique(indices.begin(), indices.end()), indices.end());
+    QList<int> leftAlone;
+    QStringList trash;
+    for (const int index : indices) {
+        const QString photo = PhotoFilePath(index);
+        if (photo.isEmpty() && !Record(PhotoRecord::File, index).isEmpty()) {
+            leftAlone.prepend(index);
+            continue;
+        }
+        if (!photo.isEmpty()) {
+            QFile::remove(ThumbnailFilePath(index));
+            if (QFile::exists(photo))
+                trash << photo;
+        }
+        RemoveRecord(index);
+    }
+    for (const QString &photo : trash)
+        (void)MoveToTrash(photo); // a file that cannot go to the trash stays where it is
+    if (!indices.isEmpty())
+        DocumentWasModified();
+    return leftAlone;
+}
+
+bool AlbumDocument::ActionDelete(Prompter &prompter)
+{
+    const QList<int> indices = TargetIndices();
+    if (indices.isEmpty())
+        return false;
+    const char *message = view == View::Detail ? "MessageDeletePhotoInDetail" : "MessageDeletePhotoInThumbnail";
+    if (!prompter.AskYesNo(Localized("MoveToTrash", "Form"), Localized(message, "OrvDocument")))
+        return false;
+    DeleteItems(indices);
+    return true;
+}

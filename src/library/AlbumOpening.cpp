@@ -1,0 +1,92 @@
+#include "AlbumOpening.h"
+
+#include "AppState.h"
+#include "Language.h"
+#include "OrvAlbumImporter.h"
+#include "OutsideChanges.h"
+#include "PhotoRecord.h"
+#include "ProgressSink.h"
+#include "Prompter.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+QString Localized(const char *key, const char *section)
+{
+    return GetLocalizedString(QLatin1String(key), QLatin1String(section));
+}
+
+bool CheckCalledFor(const AlbumDocument &document, bool packageCreated, const OpenRequest &request)
+{
+    if (packageCreated || request.arrangeByTime)
+        return true;
+    return IsAlbum(document.Path()) ? AppState().checkModifiedWhenOpenAlbum : AppState().checkModifiedWhenOpenFolder;
+}
+
+} // namespace
+
+AlbumDocument::OpenResult OpenAlbumDocument(const QString &path, const OpenRequest &request, Prompter &prompter,
+                                            ProgressSink &progress)
+{
+    const bool packageCreated = !path.isEmpty() && !QFileInfo::exists(AlbumFormat::StudioPlistPath(path));
+    AlbumDocument::OpenResult opened = AlbumDocument::Open(path);
+    if (!opened.document || !opened.load)
+        return opened;
+    AlbumDocument &document = *opened.document;
+
+    const QString drop = QDir::cleanPath(path) + u'/' + AlbumFormat::DropFolderName;
+    if (QFileInfo(drop).isDir()) {
+        OrvAlbumImporter importer;
+        importer.SetDocument(&document);
+        importer.ImportFiles({drop}, progress);
+    }
+    // A fresh list totals 0 bytes: this is how a plain folder gets its photos the first time.
+    if (CheckCalledFor(document, packageCreated, request)
+        && document.GetTotalBytesByDatalist() != document.GetTotalBytesByFileSystem())
+        ActionCheckModified(document, prompter, progress);
+    if (request.arrangeByTime && document.RecordCount() > 0)
+        document.ArrangePhotos(PhotoRecord::CaptureDate, true, false, nullptr);
+    if (document.IsModified())
+        document.SaveDocumentToFile();
+    return opened;
+}
+
+void ActionCheckModified(AlbumDocument &document, Prompter &prompter, ProgressSink &progress)
+{
+    const OutsideChanges changes = FindOutsideChanges(document);
+    OrvAlbumImporter importer;
+    importer.SetDocument(&document);
+    for (const int index : changes.changed)
+        importer.ReloadFile(index);
+    if (!changes.added.isEmpty())
+        importer.ImportFiles(changes.added, progress);
+    if (changes.missing.isEmpty())
+        return;
+    const QString count = QString::number(changes.missing.size());
+    const QString text = Localized("MessageRemovePhotosNotExist", "OrvDocument").replace(QStringLiteral("%1"), count);
+    if (!prompter.AskYesNo(Localized("RemovePhotosNotExist", "OrvDocument"), text))
+        return;
+    for (auto it = changes.missing.rbegin(); it != changes.missing.rend(); ++it)
+        document.RemoveRecord(*it);
+    document.DocumentWasModified();
+}
+
+int ActionCheckExistingPhotoFiles(AlbumDocument &document, Prompter &prompter, ProgressSink &progress)
+{
+    progress.Begin(Localized("Processing", "General"), document.RecordCount());
+    const QList<int> changed = FindChangedFiles(document);
+    progress.End();
+    if (changed.isEmpty())
+        return 0;
+    const QString text = changed.size() == 1
+        ? Localized("MessageCheckUpdatedFile", "OrvDocument")
+        : Localized("MessageCheckUpdatedFiles", "OrvDocument").replace(QStringLiteral("%1"), QString::number(changed.size()));
+    prompter.Inform(Localized("CheckUpdatedFiles", "OrvDocument"), text);
+    OrvAlbumImporter importer;
+    importer.SetDocument(&document);
+    for (const int index : changed)
+        importer.ReloadFile(index);
+    return static_cast<int>(changed.size());
+}

@@ -1,0 +1,131 @@
+#include "PhotoEditing.h"
+
+#include "AlbumDocument.h"
+#include "Language.h"
+#include "MetadataWriter.h"
+#include "PhotoRecord.h"
+#include "ProgressSink.h"
+
+#include <functional>
+
+namespace {
+
+using Edit = std::function<EditOutcome(const QString &photo, const QString &thumbnail)>;
+
+void TakeFacts(AlbumDocument &document, int index, const PhotoFileFacts &facts, bool swapSides)
+{
+    DataList &list = document.List();
+    list.SetItemProperty(PhotoRecord::Size, QString::number(facts.size), index);
+    list.SetItemProperty(PhotoRecord::Modified, facts.modified, index);
+    if (swapSides) {
+        const QString width = document.Record(PhotoRecord::Width, index);
+        list.SetItemProperty(PhotoRecord::Width, document.Record(PhotoRecord::Height, index), index);
+        list.SetItemProperty(PhotoRecord::Height, width, index);
+    } else if (facts.width > 0 && facts.height > 0) {
+        list.SetItemProperty(PhotoRecord::Width, QString::number(facts.width), index);
+        list.SetItemProperty(PhotoRecord::Height, QString::number(facts.height), index);
+    }
+}
+
+int EditPhotos(AlbumDocument &document, const QList<int> &indices, const Edit &edit, bool swapSides, ProgressSink &progress)
+{
+    progress.Begin(GetLocalizedString(QStringLiteral("Processing"), QStringLiteral("General")), static_cast<int>(indices.size()));
+    int edited = 0;
+    for (qsizetype i = 0; i < indices.size() && !progress.Cancelled(); ++i) {
+        const int index = indices[i];
+        const QString photo = document.PhotoFilePath(index);
+        if (!photo.isEmpty()) {
+            const EditOutcome outcome = edit(photo, document.ThumbnailFilePath(index));
+            if (outcome.result) {
+                TakeFacts(document, index, outcome.facts, swapSides);
+                ++edited;
+            }
+        }
+        progress.Advance(static_cast<int>(i + 1));
+    }
+    progress.End();
+    if (edited > 0)
+        document.DocumentWasModified();
+    return edited;
+}
+
+} // namespace
+
+int RotatePhotos(AlbumDocument &document, const QList<int> &indices, Turn turn, ProgressSink &progress)
+{
+    const bool quarter = turn != Turn::HalfTurn;
+    return EditPhotos(document, indices, [turn](const QString &photo, const QString &thumbnail) {
+        return RotatePhotoFile(photo, turn, thumbnail);
+    }, quarter, progress);
+}
+
+int ApplyEffectToPhotos(AlbumDocument &document, const QList<int> &indices, PhotoEffect effect, ProgressSink &progress)
+{
+    return EditPhotos(document, indices, [effect](const QString &photo, const QString &thumbnail) {
+        return ApplyEffectToPhotoFile(photo, effect, thumbnail);
+    }, false, progress);
+}
+
+int AdjustPhotos(AlbumDocument &document, const QList<int> &indices, const AdjustSliders &sliders, ProgressSink &progress)
+{
+    const ColourTables tables = BuildColourTables(sliders);
+    return EditPhotos(document, indices, [&tables](const QString &photo, const QString &thumbnail) {
+        return AdjustPhotoFile(photo, tables, thumbnail);
+    }, false, progress);
+}
+
+int CropPhoto(AlbumDocument &document, int index, const CropRectangle &rectangle)
+{
+    NoProgress quiet;
+    return EditPhotos(document, {index}, [&rectangle](const QString &photo, const QString &thumbnail) {
+        return CropPhotoFile(photo, rectangle, thumbnail);
+    }, false, quiet);
+}
+
+int ActionRotateLeft(AlbumDocument &document, ProgressSink &progress)
+{
+    return RotatePhotos(document, document.TargetIndices(), Turn::Left, progress);
+}
+
+int ActionRotateRight(AlbumDocument &document, ProgressSink &progress)
+{
+    return RotatePhotos(document, document.TargetIndices(), Turn::Right, progress);
+}
+
+int WriteMetadataOfPhotos(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress, QStringList *failures)
+{
+    QList<MetadataWriteJob> jobs;
+    QList<int> jobIndices;
+    for (const int index : indices) {
+        const QString photo = document.PhotoFilePath(index);
+        if (photo.isEmpty())
+            continue;
+        PhotoMetadata values;
+        values.description = document.Record(PhotoRecord::Description, index);
+        values.keywords = document.Record(PhotoRecord::Keywords, index);
+        values.longitude = document.Record(PhotoRecord::Longitude, index).toDouble();
+        values.latitude = document.Record(PhotoRecord::Latitude, index).toDouble();
+        values.elevation = document.Record(PhotoRecord::Elevation, index).toDouble();
+        jobs << MetadataWriteJob{photo, values};
+        jobIndices << index;
+    }
+    progress.Begin(GetLocalizedString(QStringLiteral("Processing"), QStringLiteral("General")), static_cast<int>(jobs.size()));
+    const QList<MetadataWriteReport> reports = WriteMetadataBatch(jobs, [&progress](qsizetype done, const QString &) {
+        progress.Advance(static_cast<int>(done));
+        return !progress.Cancelled();
+    });
+    progress.End();
+    int written = 0;
+    for (qsizetype i = 0; i < reports.size(); ++i) {
+        const MetadataWriteReport &report = reports[i];
+        if (report.attempted && report.facts.size >= 0)
+            TakeFacts(document, jobIndices[i], report.facts, false);
+        if (report.attempted && report.result)
+            ++written;
+        else if (report.attempted && failures)
+            *failures << jobs[i].photoPath + QStringLiteral(": ") + report.result.message;
+    }
+    if (written > 0)
+        document.DocumentWasModified();
+    return written;
+}

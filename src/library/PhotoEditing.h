@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QList>
+
+#include "ColourTables.h"
+#include "PhotoEdits.h"
+
+class AlbumDocument;
+class ProgressSink;
+
+// Edits of an album's photos: each file is rewritten in place with its tags kept, its thumbnail
+// made again, and its record given the file's new size, time and pixel size. Records naming no
+// bare file are left alone. Each returns how many photos were changed.
+int RotatePhotos(AlbumDocument &document, const QList<int> &indices, Turn turn, ProgressSink &progress);
+int ApplyEffectToPhotos(AlbumDocument &document, const QList<int> &indices, PhotoEffect effect, ProgressSink &progress);
+int AdjustPhotos(AlbumDocument &document, const QList<int> &indices, const AdjustSliders &sliders, ProgressSink &progress);
+int CropPhoto(AlbumDocument &document, int index, const CropRectangle &rectangle);
+
+// The selection's rotation, or the current photo's in the detail view.
+int ActionRotateLeft(AlbumDocument &document, ProgressSink &progress);
+int ActionRotateRight(AlbumDocument &document, ProgressSink &progress);
+
+// Captions, keywords and positions of the records written into their files through one ExifTool
+// process; each record then takes its file's new size and time. Returns the photos written;
+// failures are in the messages.
+int WriteMetadataOfPhotos(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress,
+                          QStringList *failures = nullptr);

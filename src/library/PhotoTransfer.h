@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+class AlbumDocument;
+class ProgressSink;
+
+// Copy, cut and paste of photos between albums through the information-exchange list: the
+// photos' paths travel with their notes, keywords, dates, positions and stars.
+bool ActionCopy(const AlbumDocument &document, const QList<int> &indices);
+// As copy; the pasted photos then leave this album (their records, thumbnails and files).
+bool ActionCut(const AlbumDocument &document, const QList<int> &indices);
+// Imports every listed photo that still exists, with its values. After a cut the photos leave
+// the album they came from and the list is emptied, so they cannot be pasted twice. Pasting cut
+// photos back into their own album changes nothing. Returns the new records.
+QList<int> ActionPaste(AlbumDocument &document, ProgressSink &progress);

@@ -1,0 +1,141 @@
+#include "OrvHTTPEngine.h"
+#include "ScriptedServers.h"
+#include "ServerProcess.h"
+#include "TestEnvironment.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTest>
+#include <QTimer>
+
+// The HTTP engine against python's http.server and a scripted server for malformed responses,
+// silence and cancels.
+
+namespace {
+
+const QByteArray Ok = "HTTP/1.0 200 OK\r\nServer: scripted\r\n\r\n";
+const QString OkHeader = QStringLiteral("HTTP/1.0 200 OK\r\nServer: scripted");
+const QString Invalid = QStringLiteral("The HTTP response is invalid.");
+// With "HTTP/1.0 200 OK\r\nX: " before it, the header's end starts right after byte 16,383.
+const QByteArray Padding(16383 - 20, 'h');
+
+// One scripted fetch into the file "page" of a fresh folder that also holds "folder/inside".
+struct Fetch {
+    Chunks response{};
+    QByteArray body{};  // of "page" afterwards
+    QString lastResponse{};
+    QString lastError{};  // "" when the fetch succeeds
+    bool holdOpen = false;
+    bool listening = true;
+    QString target = QStringLiteral("page");
+    int cancelAfterMs = -1;
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(Fetch)
+
+class HttpEngine : public QObject {
+    Q_OBJECT
+private slots:
+    void realServer();
+    void fetches_data();
+    void fetches();
+    void requestAsSent();
+    void textResponse();
+};
+
+// Files come back byte for byte, and an error page is content like any other.
+void HttpEngine::realServer()
+{
+    ServerProcess server(ServerProcess::Http);
+    QVERIFY2(server.Started(), "python3 -m http.server did not start");
+    QByteArray photo(300000, Qt::Uninitialized);
+    for (qsizetype i = 0; i < photo.size(); ++i)
+        photo[i] = static_cast<char>(i * 7 + i / 251);
+    WriteAll(server.Root() + QStringLiteral("/photo one.jpg"), photo);
+    QTemporaryDir local;
+    const QString out = local.filePath(QStringLiteral("out.jpg"));
+
+    OrvHTTPEngine engine;
+    QVERIFY2(engine.HTTPGet(QStringLiteral("127.0.0.1"), server.Port(), QStringLiteral("/photo%20one.jpg"), out), qPrintable(engine.LastError()));
+    QCOMPARE(ReadAll(out), photo);
+    QVERIFY2(engine.LastResponse().startsWith(QLatin1String("HTTP/1.0 200 OK\r\n")), qPrintable(engine.LastResponse()));
+    QVERIFY(!engine.LastResponse().endsWith(QLatin1String("\r\n")));
+
+    QVERIFY(engine.HTTPGet(QStringLiteral("127.0.0.1"), server.Port(), QStringLiteral("/missing"), out));
+    QVERIFY(engine.LastResponse().startsWith(QLatin1String("HTTP/1.0 404")));
+    QVERIFY(ReadAll(out).contains("404"));
+    QCOMPARE(engine.LastError(), QString());
+}
+
+void HttpEngine::fetches_data()
+{
+    QTest::addColumn<Fetch>("fetch");
+    const QByteArray old = "old content";
+
+    QTest::newRow("split across reads") << Fetch{.response = {"HTTP/1.0 200 OK\r\nSer", "ver: scripted\r\n\r", "\nfirst ", "second"}, .body = "first second", .lastResponse = OkHeader};
+    QTest::newRow("empty body") << Fetch{.response = {Ok}, .body = "", .lastResponse = OkHeader};
+    QTest::newRow("status never examined") << Fetch{.response = {"HTTP/1.1 500 Broken\r\n\r\noops"}, .body = "oops", .lastResponse = "HTTP/1.1 500 Broken"};
+    QTest::newRow("header bytes as characters") << Fetch{.response = {"HTTP/1.0 200 OK\r\nX: \xe9t\xe9\r\n\r\n."}, .body = ".", .lastResponse = QString::fromLatin1("HTTP/1.0 200 OK\r\nX: \xe9t\xe9")};
+    QTest::newRow("header end at byte 16,384") << Fetch{.response = {"HTTP/1.0 200 OK\r\nX: " + Padding + "\r\n\r\nbody"}, .body = "body", .lastResponse = QString::fromLatin1("HTTP/1.0 200 OK\r\nX: " + Padding)};
+    QTest::newRow("header end at byte 16,385") << Fetch{.response = {"HTTP/1.0 200 OK\r\nX: " + Padding + "h\r\n\r\nbody"}, .body = old, .lastError = Invalid};
+    QTest::newRow("HTML instead of HTTP") << Fetch{.response = {"HTML/1.0 200 OK\r\n\r\nbody"}, .body = old, .lastError = Invalid};
+    QTest::newRow("header never ends") << Fetch{.response = {"HTTP/1.0 200 OK\r\nX: y\r\n"}, .body = old, .lastError = Invalid};
+    QTest::newRow("nothing at all") << Fetch{.response = {}, .body = old, .lastError = Invalid};
+    QTest::newRow("nothing listening") << Fetch{.body = old, .lastError = "Could't connect to the specified HTTP server.", .listening = false};
+    QTest::newRow("silent after the header") << Fetch{.response = {Ok + "part"}, .body = old, .lastError = "Time out when getting remote file.", .holdOpen = true};
+    QTest::newRow("cancelled after the header") << Fetch{.response = {Ok + "part"}, .body = "part", .lastResponse = OkHeader, .holdOpen = true, .cancelAfterMs = 150};
+    QTest::newRow("cancelled within the header") << Fetch{.response = {"HTTP/1.0 200 OK\r\n"}, .body = old, .lastError = Invalid, .holdOpen = true, .cancelAfterMs = 150};
+    QTest::newRow("folder of the target missing") << Fetch{.response = {Ok}, .body = old, .lastError = "Could't save file to the specified location.", .target = "no/such/page"};
+    QTest::newRow("target is a folder with files") << Fetch{.response = {Ok + "x"}, .body = old, .lastResponse = OkHeader, .lastError = Invalid, .target = "folder"};
+}
+
+void HttpEngine::fetches()
+{
+    QFETCH(Fetch, fetch);
+    ScriptedHttpServer server;
+    server.response = fetch.response;
+    server.holdOpen = fetch.holdOpen;
+    QTemporaryDir local;
+    QDir(local.path()).mkdir(QStringLiteral("folder"));
+    WriteAll(local.filePath(QStringLiteral("folder/inside")), "x");
+    WriteAll(local.filePath(QStringLiteral("page")), "old content");
+    OrvHTTPEngine engine;
+    engine.SetTimeouts({2000, 400});
+    if (fetch.cancelAfterMs >= 0)
+        QTimer::singleShot(fetch.cancelAfterMs, [&engine] { engine.SetCancel(true); });
+
+    const quint16 port = fetch.listening ? server.Port() : ClosedPort();
+    QCOMPARE(engine.HTTPGet(QStringLiteral("127.0.0.1"), port, QStringLiteral("/"), local.filePath(fetch.target)), fetch.lastError.isEmpty());
+    QCOMPARE(engine.LastError(), fetch.lastError);
+    QCOMPARE(engine.LastResponse(), fetch.lastResponse);
+    QCOMPARE(ReadAll(local.filePath(QStringLiteral("page"))), fetch.body);
+    QVERIFY(!QFileInfo::exists(local.filePath(fetch.target) + QStringLiteral(".http")));
+    QCOMPARE(engine.TcpDataStatus(), 0);
+}
+
+void HttpEngine::requestAsSent()
+{
+    ScriptedHttpServer server;
+    server.response = {Ok};
+    QTemporaryDir local;
+    OrvHTTPEngine engine;
+    QVERIFY(engine.HTTPGet(QStringLiteral("localhost"), server.Port(), QStringLiteral("/websync/a.php?x=1%202"), local.filePath(QStringLiteral("o"))));
+    QCOMPARE(server.request, QByteArray("GET /websync/a.php?x=1%202 HTTP/1.0\r\nHost: localhost\r\nUser-Agent: Orvana-Win-V2\r\n"
+                                        "Connection: Close\r\n\r\n"));
+}
+
+void HttpEngine::textResponse()
+{
+    ScriptedHttpServer server;
+    server.response = {"HTTP/1.0 200 OK\r\n\r\n<?xml version=\"1.0\"?>", "<plist/>"};
+    OrvHTTPEngine engine;
+    QString text;
+    QVERIFY(engine.HTTPGetText(QStringLiteral("127.0.0.1"), server.Port(), QStringLiteral("/"), text));
+    QCOMPARE(text, QStringLiteral("HTTP/1.0 200 OK\r\n\r\n<?xml version=\"1.0\"?><plist/>"));
+    QCOMPARE(engine.LastResponse(), QString());
+}
+
+QTEST_GUILESS_MAIN(HttpEngine)
+#include "tst_HttpEngine.moc"
