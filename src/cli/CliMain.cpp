@@ -9,6 +9,7 @@ namespace {
 constexpr CliGroup Groups[] = {
     {"album", "VERB ALBUM ...                 photo albums: create, info, list, arrange, ...", RunAlbum},
     {"convert", "FOLDER                        turn a plain folder of photos into an album", RunConvert},
+    {"gps", "VERB ...                          GPS tracks and waypoints, geotagging, time shifts, KML", RunGps},
     {"settings", "get|set SECTION KEY [VALUE]   one value of Orvana.ini", RunSettings},
     {"text", "KEY SECTION                   localised text in the current language", RunText},
     {"ftp", "ls|get|put|mkdir|rmdir|rm|rename ftp://USER@HOST[:PORT]/PATH [LOCAL|NEWNAME]", RunFtp},

@@ -29,3 +29,4 @@ int RunConvert(const QStringList &arguments);
 int RunFtp(const QStringList &arguments);
 int RunHttp(const QStringList &arguments);
 int RunImage(const QStringList &arguments);
+int RunGps(const QStringList &arguments);

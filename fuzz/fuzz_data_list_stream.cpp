@@ -1,0 +1,59 @@
+// Any bytes as a list file: the streamed reading agrees with DataList's own, in outcome, error
+// text, items and document properties.
+#include "DataList.h"
+#include "DataListStream.h"
+
+#include <QBuffer>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+class Collector : public DataListItemVisitor {
+public:
+    void Item(StreamedItem entries) override
+    {
+        QStringList item;
+        for (const StreamedEntry &entry : entries)
+            item << QString::fromUtf8(entry.key) << QString::fromUtf8(entry.value);
+        items << item;
+    }
+    void Restart() override { items.clear(); }
+    QList<QStringList> items;
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    DataList whole;
+    const DataList::LoadResult expected = whole.LoadFromBytes(bytes);
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    DataList properties;
+    Collector collector;
+    const DataList::LoadResult streamed = StreamDataListItems(buffer, properties, collector);
+    if (size == 0)
+        return 0; // the stream reader is handed files, never empty ones
+    if (streamed.status != expected.status || streamed.message != expected.message)
+        std::abort();
+    if (!expected)
+        return 0;
+    if (collector.items.size() != whole.ItemCount())
+        std::abort();
+    for (int i = 1; i <= whole.ItemCount(); ++i) {
+        QStringList item;
+        for (const DataList::Entry &entry : whole.ItemAt(i)) {
+            if (entry.kind != DataList::Kind::Nested)
+                item << whole.KeyName(entry.key) << entry.value;
+        }
+        if (item != collector.items[i - 1])
+            std::abort();
+    }
+    for (const QString &key : whole.DocumentKeys()) {
+        if (properties.GetDocumentProperty(key) != whole.GetDocumentProperty(key))
+            std::abort();
+    }
+    return 0;
+}

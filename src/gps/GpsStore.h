@@ -1,0 +1,52 @@
+#pragma once
+
+#include "DataList.h"
+#include "GpsRecords.h"
+#include "Result.h"
+
+#include <QString>
+
+class Prompter;
+
+// The user's GPS log database under the user-data folder, "GPS Logs": the track index
+// "tracks.plist" (the tracks without their points, in list order), one point file per track
+// named after its begin and end times, and "waypoints.plist". Values the program does not know
+// stay in the files as they were. Indices are from 0, in list order.
+class GpsStore {
+public:
+    static QString Folder();
+    static QString IndexPath();
+    static QString WaypointsPath();
+    // "yyyymmdd_HHmmss-yyyymmdd_HHmmss.plist" from BEGINTIME and ENDTIME: two tracks with the
+    // same times share one file, and the later save wins.
+    static QString TrackFilePath(const Track &track);
+
+    // Reads waypoints.plist, then tracks.plist; a damaged file is replaced by its backup after
+    // the user is told. Missing files are an empty store.
+    void Load(Prompter *prompter);
+    // Writes both lists, each after keeping its last version as a backup.
+    Result Save();
+    bool IsModified() const { return modified; }
+
+    int GetTrackCount() const { return index.ItemCount(); }
+    Track TrackAt(int track) const;
+    // Adds a track whose point file has been written.
+    void AddTrack(const Track &track);
+    // Only the name of a track can be changed; its point file is rewritten with it.
+    Result ModifyTrackName(int track, const QString &name, Prompter *prompter);
+    // Removes the track from the list and deletes its point file, after asking MessageDeleteTrack
+    // when a prompter is given; false when the user declined.
+    bool RemoveTrack(int track, Prompter *prompter);
+
+    int WaypointCount() const { return waypoints.ItemCount(); }
+    Waypoint WaypointAt(int waypoint) const;
+    void AddNewWaypoint(const Waypoint &waypoint);
+    void ModifyWaypoint(int waypoint, const Waypoint &values);
+    // After asking MessageDeleteWaypoint when a prompter is given; false when the user declined.
+    bool RemoveWaypoint(int waypoint, Prompter *prompter);
+
+private:
+    DataList index;
+    DataList waypoints;
+    bool modified = false;
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "GpsRecords.h"
+
+#include <QString>
+#include <QStringView>
+
+class ProgressSink;
+class QIODevice;
+
+// What a GPX file holds, as the reader meets it. Views last only for the call.
+struct GpxTrackPoint {
+    QStringView lat;  // the attribute texts unchanged
+    QStringView lon;
+    QStringView ele;  // rounded to one decimal; "0.0" when the point has none
+    QStringView time; // the element text unchanged; empty when the point has none
+};
+
+class GpxHandler {
+public:
+    virtual ~GpxHandler() = default;
+    virtual void TrackStarted() = 0;
+    virtual void TrackPoint(const GpxTrackPoint &point) = 0;
+    virtual void TrackEnded(const QString &name) = 0;
+    virtual void WaypointRead(const Waypoint &waypoint) = 0;
+};
+
+struct GpxReadResult {
+    bool ok = true;
+    bool cancelled = false;
+    QString error; // the parser's reason, with line and column
+};
+
+// Streams a GPX file through the handler: every track ("trk") with all its segments as one list
+// of points, and every waypoint ("wpt"); routes and everything else are passed over. A fault ends
+// the reading where it is: what was handed over before it stays handed over, the track under way
+// is never ended. Progress goes in kilobytes read. Entities are neither expanded nor fetched: a reference to one declared in the
+// file is a fault, one declared elsewhere is left out.
+GpxReadResult ReadGpx(QIODevice &device, GpxHandler &handler, ProgressSink *progress = nullptr);

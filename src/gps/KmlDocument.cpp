@@ -1,0 +1,145 @@
+#include "KmlDocument.h"
+
+#include "AlbumDocument.h"
+#include "GpsStore.h"
+#include "Paths.h"
+#include "PhotoRecord.h"
+#include "TimeText.h"
+#include "TrackPoints.h"
+
+#include <QFile>
+#include <QHash>
+
+namespace {
+
+using Fields = QHash<QString, QString>;
+
+QString Template(const char *name)
+{
+    QFile file(ResourcesFolder() + u'/' + QLatin1String(name));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+// Every "$Name$" of the template that fields names is replaced by its value, in one pass, so that
+// a value is never searched for placeholders itself.
+QString Filled(const QString &text, const Fields &fields)
+{
+    QString filled;
+    filled.reserve(text.size());
+    qsizetype from = 0;
+    for (qsizetype open = text.indexOf(u'$'); open >= 0; open = text.indexOf(u'$', from)) {
+        const qsizetype close = text.indexOf(u'$', open + 1);
+        if (close < 0)
+            break;
+        const auto value = fields.constFind(text.sliced(open + 1, close - open - 1));
+        if (value == fields.constEnd()) {
+            filled += text.sliced(from, close - from);
+            from = close;
+            continue;
+        }
+        filled += text.sliced(from, open - from) + *value;
+        from = close + 1;
+    }
+    return filled + text.sliced(from);
+}
+
+QString TrackCoordinates(const TrackPoints &points)
+{
+    QString coordinates;
+    for (int i = 0; i < points.Count(); ++i) {
+        coordinates += points.String(i, TrackPoints::Lon) + u',' + points.String(i, TrackPoints::Lat) + u','
+            + points.String(i, TrackPoints::Ele) + u' ';
+    }
+    return coordinates;
+}
+
+QString TrackPlacemark(const GpsStore &store, int track, Prompter *prompter)
+{
+    TrackPoints points;
+    const Track shown = store.TrackAt(track);
+    LoadTrackPoints(shown, points, prompter);
+    return Filled(Template("earth_kmltrack"), {{QStringLiteral("TracksName"), shown.name}, {QStringLiteral("TracksPoints"), TrackCoordinates(points)}});
+}
+
+} // namespace
+
+QString EscapeForEarth(QString text)
+{
+    return text.replace(u'<', QStringLiteral("&lt;")).replace(u'>', QStringLiteral("&gt;")).replace(u'"', QStringLiteral("&quot;"));
+}
+
+QString PhotoBalloon(const AlbumDocument &album, int photo, const QString &imageFolder)
+{
+    const QString description = EscapeForEarth(album.Record(PhotoRecord::Description, photo));
+    const QString keywords = EscapeForEarth(album.Record(PhotoRecord::Keywords, photo).replace(u';', u' '));
+    const bool portrait = album.Record(PhotoRecord::Height, photo).toLongLong() > album.Record(PhotoRecord::Width, photo).toLongLong();
+    QString balloon = QStringLiteral("<![CDATA[<div align='left'><b>") + album.Record(PhotoRecord::CaptureDate, photo) + QStringLiteral("</b><br/>");
+    if (!description.isEmpty())
+        balloon += description + QStringLiteral("<br/>");
+    if (!keywords.isEmpty())
+        balloon += keywords + QStringLiteral("<br/>");
+    balloon += QStringLiteral("<br/></div><div align='center'><img src='") + imageFolder + u'/' + album.Record(PhotoRecord::File, photo)
+        + QStringLiteral("' ") + (portrait ? QStringLiteral("height") : QStringLiteral("width")) + QStringLiteral("='320' /><br/></div>]]>");
+    return balloon;
+}
+
+AlbumKml BuildAlbumKml(const AlbumDocument &album, const QList<int> &photos, const QString &imageFolder, const GpsStore *store,
+                       const QList<int> &tracks, double zoneHours, Prompter *prompter)
+{
+    AlbumKml kml;
+    QString text = Filled(Template("earth_kmlhead"), {{QStringLiteral("Title"), EscapeForEarth(album.List().GetDocumentProperty(QStringLiteral("Title")))}});
+    const QString item = Template("earth_kmlitem");
+    std::optional<qint64> earliest;
+    std::optional<qint64> latest;
+    for (const int photo : photos) {
+        if (album.Record(PhotoRecord::Longitude, photo).isEmpty())
+            continue;
+        ++kml.photos;
+        text += Filled(item, {{QStringLiteral("ID"), QString::number(kml.photos)},
+                              {QStringLiteral("ItemName"), album.Record(PhotoRecord::File, photo)},
+                              {QStringLiteral("Longitude"), album.Record(PhotoRecord::Longitude, photo)},
+                              {QStringLiteral("Latitude"), album.Record(PhotoRecord::Latitude, photo)},
+                              {QStringLiteral("Elevation"), album.Record(PhotoRecord::Elevation, photo)},
+                              {QStringLiteral("ItemDescription"), PhotoBalloon(album, photo, imageFolder)}});
+        if (const std::optional<qint64> taken = TimeText::Seconds(album.Record(PhotoRecord::CaptureDate, photo))) {
+            earliest = earliest ? std::min(*earliest, *taken) : *taken;
+            latest = latest ? std::max(*latest, *taken) : *taken;
+        }
+    }
+    if (kml.photos == 0)
+        return kml;
+    text += Template("earth_kmlneck");
+    const qint64 offset = ZoneOffsetSeconds(zoneHours);
+    for (const int track : tracks) {
+        const Track candidate = store ? store->TrackAt(track) : Track();
+        const std::optional<qint64> begin = TimeText::Seconds(candidate.beginTime);
+        const std::optional<qint64> end = TimeText::Seconds(candidate.endTime);
+        if (store && earliest && begin && end && *begin + offset <= *latest && *end + offset >= *earliest)
+            text += TrackPlacemark(*store, track, prompter);
+    }
+    kml.text = (text + Template("earth_kmltail")).toUtf8();
+    return kml;
+}
+
+QByteArray BuildTracksKml(const GpsStore &store, const QList<int> &tracks, Prompter *prompter)
+{
+    const Fields title{{QStringLiteral("Title"), QStringLiteral("My Tracks")}};
+    QString text = Filled(Template("earth_kmlhead1"), title);
+    for (const int track : tracks)
+        text += TrackPlacemark(store, track, prompter);
+    return (text + Filled(Template("earth_kmltail1"), title)).toUtf8();
+}
+
+QByteArray BuildWaypointsKml(const GpsStore &store)
+{
+    const Fields title{{QStringLiteral("Title"), QStringLiteral("My Waypoints")}};
+    QString text = Filled(Template("earth_kmlhead1"), title);
+    const QString item = Template("earth_kmlwaypoint");
+    for (int n = 0; n < store.WaypointCount(); ++n) {
+        const Waypoint waypoint = store.WaypointAt(n);
+        text += Filled(item, {{QStringLiteral("ID"), QString::number(n + 1)}, {QStringLiteral("ItemName"), waypoint.name},
+                              {QStringLiteral("Longitude"), waypoint.lon}, {QStringLiteral("Latitude"), waypoint.lat},
+                              {QStringLiteral("Elevation"), waypoint.ele}, {QStringLiteral("ItemDescription"), waypoint.desc}});
+    }
+    return (text + Filled(Template("earth_kmltail1"), title)).toUtf8();
+}

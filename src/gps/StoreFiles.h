@@ -1,0 +1,30 @@
+#pragma once
+
+#include "DataList.h"
+#include "Result.h"
+
+#include <QString>
+#include <functional>
+
+class Prompter;
+
+// Stores that matter keep their previous version as name + ".bak": it is made before every save,
+// and read in place of a file that exists but no longer loads.
+namespace StoreFiles {
+
+QString BackupPath(const QString &path);
+
+// Keeps the file at path (when there is one) as its backup, then writes it anew with write.
+// The old version is copied rather than renamed, so that a failed write never leaves the store
+// without its file.
+Result SaveWithBackup(const QString &path, const std::function<bool(const QString &path, QString *error)> &write);
+
+// Moves a finished file into place, keeping what was there as its backup.
+Result ReplaceWithBackup(const QString &finished, const QString &path);
+
+// Loads with load(); when the file exists but fails and a backup exists, tells the user the
+// localised DataFileError through the prompter, copies the backup over the file and loads that.
+// A missing file is an empty store: Unreadable, and nothing is said.
+DataList::LoadResult LoadWithBackup(const QString &path, const std::function<DataList::LoadResult()> &load, Prompter *prompter);
+
+} // namespace StoreFiles

@@ -1,0 +1,132 @@
+#include "TrackSources.h"
+
+#include "GpsStore.h"
+#include "Paths.h"
+#include "ShellAndWait.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace {
+
+// GPSBabel may wait long on a receiver. While it runs, events keep flowing, so a dialog's timer
+// can move its progress bar.
+constexpr qint64 ConverterTimeoutMs = 30 * 60 * 1000;
+
+const QString Gpx = QStringLiteral("gpx");
+
+struct TypeByExtension {
+    const char *extension;
+    const char *type;
+};
+// The extensions the import dialog's filter offers for each type.
+constexpr TypeByExtension Extensions[] = {
+    {"gpx", "gpx"}, {"nmea", "nmea"}, {"nma", "nmea"}, {"txt", "nmea"}, {"log", "nmea"}, {"plt", "ozi"}, {"wpt", "ozi"},
+};
+
+SourceImport ImportConverted(GpsStore &store, const QString &converted, const char *failureKey, const char *successKey,
+                             ProgressSink *progress)
+{
+    SourceImport outcome;
+    if (!QFileInfo::exists(converted)) {
+        outcome.messageKey = QLatin1String(failureKey);
+        return outcome;
+    }
+    outcome.report = ImportGPXFile(store, converted, progress);
+    outcome.ok = outcome.report.ok;
+    outcome.messageKey = QLatin1String(outcome.ok ? successKey : failureKey);
+    return outcome;
+}
+
+} // namespace
+
+QString TrackFileType(const QString &path)
+{
+    const QString extension = QFileInfo(path).suffix().toLower();
+    for (const TypeByExtension &known : Extensions) {
+        if (extension == QLatin1String(known.extension))
+            return QLatin1String(known.type);
+    }
+    return Gpx;
+}
+
+QString GpsBabelProgram()
+{
+    QString bundled = ResourcesFolder() + QStringLiteral("/gpsbabel");
+    if (QFileInfo(bundled).isExecutable())
+        return bundled;
+    const QString onPath = QStandardPaths::findExecutable(QStringLiteral("gpsbabel"));
+    return onPath.isEmpty() ? QStringLiteral("gpsbabel") : onPath;
+}
+
+QStringList FileConversionArguments(const QString &type, const QString &input, const QString &output)
+{
+    // Tracks and waypoints both, duplicates removed by the converter's filter, an empty prefix.
+    return {QStringLiteral("-p"), QString(), QStringLiteral("-t"), QStringLiteral("-w"), QStringLiteral("-i"), type,
+            QStringLiteral("-f"), input, QStringLiteral("-x"), QStringLiteral("duplicate,shortname,location"),
+            QStringLiteral("-o"), Gpx, QStringLiteral("-F"), output};
+}
+
+QStringList ReceiverDownloadArguments(LogType logType, const QString &make, const QString &port, const QString &output)
+{
+    QStringList arguments;
+    if (logType == LogType::Tracks)
+        arguments << QStringLiteral("-t");
+    arguments << QStringLiteral("-i") << make << QStringLiteral("-f") << port << QStringLiteral("-o") << Gpx << QStringLiteral("-F") << output;
+    return arguments;
+}
+
+QString TemporaryGpxPath()
+{
+    return GetUserDataFolder() + QStringLiteral("/~temp.gpx");
+}
+
+QString GetDownloadGPXFileName(LogType logType)
+{
+    return GetUserDataFolder() + (logType == LogType::Tracks ? QStringLiteral("/~tracks_download.gpx") : QStringLiteral("/~waypoints_download.gpx"));
+}
+
+QString GetDownloadPortName(const QString &portEntry)
+{
+    return portEntry == QLatin1String("USB") ? QStringLiteral("usb:") : portEntry.toLower();
+}
+
+QList<ReceiverMake> ReceiverMakes()
+{
+    return {{QStringLiteral("Garmin"), QStringLiteral("garmin")}, {QStringLiteral("Magellan"), QStringLiteral("magellan")}};
+}
+
+QStringList SerialPortEntries()
+{
+    QStringList ports{QStringLiteral("USB")};
+    for (int n = 1; n <= 12; ++n)
+        ports << QStringLiteral("COM%1").arg(n);
+    return ports;
+}
+
+SourceImport ImportTrackFile(GpsStore &store, const QString &path, const QString &type, ProgressSink *progress)
+{
+    constexpr char Failure[] = "MessageFailToImportTrackFromGPX";
+    constexpr char Success[] = "MessageSucceedToImportTracksFromGPX";
+    if (type == Gpx)
+        return ImportConverted(store, path, Failure, Success, progress);
+    CreateFolderPath(GetUserDataFolder());
+    const QString converted = TemporaryGpxPath();
+    QFile::remove(converted);
+    RunAndWait(GpsBabelProgram(), FileConversionArguments(type, path, converted), ConverterTimeoutMs);
+    return ImportConverted(store, converted, Failure, Success, progress);
+}
+
+SourceImport DownloadFromReceiver(GpsStore &store, const QString &format, const QString &portEntry, LogType logType,
+                                  ProgressSink *progress)
+{
+    CreateFolderPath(GetUserDataFolder());
+    QFile::remove(GetDownloadGPXFileName(LogType::Tracks));
+    QFile::remove(GetDownloadGPXFileName(LogType::Waypoints));
+    const QString downloaded = GetDownloadGPXFileName(logType);
+    RunAndWait(GpsBabelProgram(), ReceiverDownloadArguments(logType, format, GetDownloadPortName(portEntry), downloaded), ConverterTimeoutMs);
+    return ImportConverted(store, downloaded,
+                           logType == LogType::Tracks ? "MessageFailToImportTrackFromGPSr" : "MessageFailToImportWaypointFromGPSr",
+                           "MessageSucceedToImportTracksFromGPS", progress);
+}

@@ -1,0 +1,192 @@
+#include "CliRunner.h"
+#include "GpsTestSupport.h"
+#include "TestEnvironment.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTest>
+
+// orvana-cli gps run as a separate process under a HOME of the test's own, on corpus tracks
+// and real album folders.
+class CliGpsTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init();
+    void usage_data();
+    void usage();
+    void logDatabase();
+    void geotagging();
+    void timeShifts();
+    void earthFiles();
+
+private:
+    CliRun Cli(const QStringList &arguments) { return RunCli(home->path(), arguments); }
+    QJsonArray Json(const QStringList &arguments);
+    QString Record(const QString &file, const QString &key);
+    void WriteFurnaceCreekAlbum();
+    std::unique_ptr<QTemporaryDir> home;
+    QString album;
+};
+
+void CliGpsTest::init()
+{
+    home = std::make_unique<QTemporaryDir>();
+    album = home->path() + QStringLiteral("/Death Valley");
+}
+
+QJsonArray CliGpsTest::Json(const QStringList &arguments)
+{
+    const CliRun run = Cli(arguments);
+    if (run.exitCode != 0)
+        qWarning() << run.err;
+    return QJsonDocument::fromJson(run.out.toUtf8()).array();
+}
+
+QString CliGpsTest::Record(const QString &file, const QString &key)
+{
+    for (const auto &record : Json({"album", "list", album, "--json"})) {
+        if (record[QStringLiteral("File")].toString() == file)
+            return record[key].toString();
+    }
+    return QStringLiteral("(no record)");
+}
+
+void CliGpsTest::WriteFurnaceCreekAlbum()
+{
+    QDir().mkpath(album);
+    for (const char *name : {"exiv2-FurnaceCreekInn2.jpg", "exiv2-FurnaceCreekInn3.jpg"})
+        QFile::copy(QStringLiteral(ORVANA_SOURCE_DIR "/../shared/corpus/photos/") + QLatin1String(name), album + u'/' + QLatin1String(name));
+    MakeAlbum(album, {{"File=exiv2-FurnaceCreekInn2.jpg", "CaptureDate=2008-05-08 09:54:34", "Width=400", "Height=300"},
+                      {"File=exiv2-FurnaceCreekInn3.jpg", "CaptureDate=2008-05-08 09:54:41", "Width=400", "Height=300"}});
+}
+
+void CliGpsTest::usage_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("out");
+    QTest::addColumn<QString>("err");
+
+    QTest::newRow("group help") << QStringList{"gps", "--help"} << 0 << "gps match ALBUM" << "";
+    QTest::newRow("verb help") << QStringList{"gps", "kmz", "--help"} << 0 << "gps kmz ALBUM OUT.kmz" << "";
+    QTest::newRow("listed in the top help") << QStringList{"--help"} << 0 << "gps VERB" << "";
+    QTest::newRow("no verb") << QStringList{"gps"} << 2 << "" << "gps needs a verb";
+    QTest::newRow("unknown verb") << QStringList{"gps", "locate"} << 2 << "" << "unknown verb";
+    QTest::newRow("unknown option") << QStringList{"gps", "tracks", "--xml"} << 2 << "" << "unknown option";
+    QTest::newRow("option without its value") << QStringList{"gps", "match", "A", "--offset"} << 2 << "" << "needs a value";
+    QTest::newRow("unknown type") << QStringList{"gps", "import", "x.log", "--type", "kml"} << 2 << "" << "usage:";
+    QTest::newRow("offset out of range") << QStringList{"gps", "tracks", "--offset", "30"} << 2 << "" << "--offset";
+    QTest::newRow("shift by a third of an hour") << QStringList{"gps", "shift", "Album", "0.3", "a.jpg"} << 2 << "" << "whole or half";
+    QTest::newRow("waypoint without a number") << QStringList{"gps", "waypoint", "add", "Hut", "north", "13"} << 2 << "" << "LAT and LON";
+    QTest::newRow("missing file") << QStringList{"gps", "import", "nowhere.gpx"} << 1 << "" << "could not be imported";
+    QTest::newRow("nothing to remove") << QStringList{"gps", "track", "remove", "Ghost"} << 1 << "" << "no track named";
+    QTest::newRow("missing album") << QStringList{"gps", "match", "nowhere"} << 1 << "" << "nowhere";
+}
+
+void CliGpsTest::usage()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(int, exitCode);
+    QFETCH(QString, out);
+    QFETCH(QString, err);
+    const CliRun run = Cli(arguments);
+    QCOMPARE(run.exitCode, exitCode);
+    QVERIFY2(run.out.contains(out), qPrintable(run.out));
+    QVERIFY2(run.err.contains(err), qPrintable(run.err));
+}
+
+void CliGpsTest::logDatabase()
+{
+    const CliRun imported = Cli({"gps", "import", CorpusTrack(QStringLiteral("gpsbabel-gdb-sample.gpx"))});
+    QCOMPARE(imported.exitCode, 0);
+    QCOMPARE(imported.out, QStringLiteral("The GPS log file has been imported.\n9 track(s), 747 point(s), 9 waypoint(s)\n"));
+    QCOMPARE(Cli({"gps", "import", CorpusTrack(QStringLiteral("mapsoft2-test.plt"))}).exitCode, 0);
+    const QJsonArray tracks = Json({"gps", "tracks", "--json", "--offset", "2"});
+    QCOMPARE(tracks.size(), 12);
+    QCOMPARE(tracks[0][QStringLiteral("begin")].toString(), QStringLiteral("2005-05-01 12:12:47"));
+    QCOMPARE(tracks[0][QStringLiteral("beginUtc")].toString(), QStringLiteral("2005-05-01 10:12:47"));
+    QCOMPARE(tracks[0][QStringLiteral("points")].toInt(), 17);
+    QCOMPARE(tracks[11][QStringLiteral("points")].toInt(), 18);
+
+    QCOMPARE(Cli({"gps", "waypoint", "add", "Hut & bar", "46.5", "-13.25", "1500.26", "beds"}).exitCode, 0);
+    const QJsonArray waypoints = Json({"gps", "waypoints", "--json"});
+    QCOMPARE(waypoints.size(), 10);
+    QCOMPARE(waypoints[9].toObject(), (QJsonObject{{"name", "Hut & bar"}, {"lat", "46.5"}, {"lon", "-13.25"}, {"ele", "1500.3"}, {"desc", "beds"}}));
+
+    const QString out = home->path() + QStringLiteral("/all.gpx");
+    QCOMPARE(Cli({"gps", "export", "tracks", out}).out.trimmed(), out);
+    QVERIFY(ReadAll(out).startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n<gpx Version =\"1.0\"\r\n"));
+    QCOMPARE(Cli({"gps", "export", "waypoints", "w.gpx"}).exitCode, 0);
+    QVERIFY(ReadAll(home->path() + QStringLiteral("/w.gpx")).contains("<name>Hut &amp; bar</name>\r\n<cmt>Hut &amp; bar</cmt>"));
+
+    QCOMPARE(Cli({"gps", "waypoint", "remove", "Hut & bar"}).exitCode, 0);
+    QCOMPARE(Json({"gps", "waypoints", "--json"}).size(), 9);
+    const QStringList before = QDir(home->path() + QStringLiteral("/Documents/Orvana User Data/GPS Logs")).entryList({"2005*.plist"});
+    QCOMPARE(Cli({"gps", "track", "remove", "ACTIVE LOG 001"}).exitCode, 0);
+    QCOMPARE(Json({"gps", "tracks", "--json"}).size(), 11);
+    QCOMPARE(QDir(home->path() + QStringLiteral("/Documents/Orvana User Data/GPS Logs")).entryList({"2005*.plist"}).size(), before.size() - 1);
+}
+
+void CliGpsTest::geotagging()
+{
+    WriteFurnaceCreekAlbum();
+    QCOMPARE(Cli({"gps", "import", CorpusTrack(QStringLiteral("exiv2-FurnaceCreekInn.gpx"))}).exitCode, 0);
+    // Without --offset the zone saved in [GPS] counts: zone 6 is Pacific time.
+    QCOMPARE(Cli({"settings", "set", "GPS", "TimeZone", "5"}).exitCode, 0);
+    const CliRun matched = Cli({"gps", "match", album, "exiv2-FurnaceCreekInn3.jpg"});
+    QCOMPARE(matched.exitCode, 0);
+    QCOMPARE(matched.out, QStringLiteral("1 photo(s) examined, 1 located.\n"));
+    QCOMPARE(Record(QStringLiteral("exiv2-FurnaceCreekInn3.jpg"), QStringLiteral("Latitude")), QStringLiteral("36.448590020"));
+    QCOMPARE(Record(QStringLiteral("exiv2-FurnaceCreekInn2.jpg"), QStringLiteral("Latitude")), QString());
+
+    const CliRun wrongZone = Cli({"gps", "match", album, "--offset", "0"});
+    QCOMPARE(wrongZone.exitCode, 0);
+    QVERIFY(wrongZone.out.startsWith(QStringLiteral("2 photo(s) examined. None was taken within 5 minutes")));
+    QCOMPARE(Cli({"settings", "get", "GPS", "LocatedPhotos"}).out, QStringLiteral("1\n"));
+
+    QCOMPARE(Cli({"gps", "waypoint", "add", "Inn", "36.4", "-116.8"}).exitCode, 0);
+    QCOMPARE(Cli({"gps", "match-waypoint", album, "Inn", "exiv2-FurnaceCreekInn2.jpg"}).exitCode, 0);
+    QCOMPARE(Record(QStringLiteral("exiv2-FurnaceCreekInn2.jpg"), QStringLiteral("Longitude")), QStringLiteral("-116.8"));
+    const CliRun noWaypoint = Cli({"gps", "match-waypoint", album, "Nowhere", "exiv2-FurnaceCreekInn2.jpg"});
+    QCOMPARE(noWaypoint.exitCode, 1);
+    QVERIFY(noWaypoint.err.contains(QStringLiteral("one waypoint")));
+}
+
+void CliGpsTest::timeShifts()
+{
+    WriteFurnaceCreekAlbum();
+    QCOMPARE(Cli({"gps", "shift", album, "-8.5", "exiv2-FurnaceCreekInn2.jpg"}).exitCode, 0);
+    QCOMPARE(Record(QStringLiteral("exiv2-FurnaceCreekInn2.jpg"), QStringLiteral("CaptureDate")), QStringLiteral("2008-05-08 01:24:34"));
+    QCOMPARE(Cli({"gps", "correct", album, "--days", "1", "--hours", "25", "--back", "exiv2-FurnaceCreekInn3.jpg"}).exitCode, 0);
+    QCOMPARE(Record(QStringLiteral("exiv2-FurnaceCreekInn3.jpg"), QStringLiteral("CaptureDate")), QStringLiteral("2008-05-06 08:54:41"));
+    QCOMPARE(Cli({"gps", "correct", album, "--secs", "x", "exiv2-FurnaceCreekInn3.jpg"}).exitCode, 2);
+    QCOMPARE(Cli({"gps", "shift", album, "1", "missing.jpg"}).exitCode, 1);
+}
+
+void CliGpsTest::earthFiles()
+{
+    WriteFurnaceCreekAlbum();
+    QCOMPARE(Cli({"gps", "import", CorpusTrack(QStringLiteral("exiv2-FurnaceCreekInn.gpx"))}).exitCode, 0);
+    const CliRun none = Cli({"gps", "kml", album});
+    QCOMPARE(none.exitCode, 1);
+    QVERIFY(none.err.contains(QStringLiteral("None of the photos in this album has a location")));
+    QCOMPARE(Cli({"gps", "match", album, "--offset", "-8"}).exitCode, 0);
+
+    const QString kml = home->path() + QStringLiteral("/valley.kml");
+    QCOMPARE(Cli({"gps", "kml", album, "valley.kml", "--tracks", "--offset", "-8"}).out.trimmed(), kml);
+    const QByteArray text = ReadAll(kml);
+    QVERIFY(text.contains("<img src='" + album.toUtf8() + "/exiv2-FurnaceCreekInn2.jpg' width='320' />"));
+    QVERIFY(text.contains("-116.855238480,36.448572837,-14.3 "));
+    const CliRun kmz = Cli({"gps", "kmz", album, "valley.kmz"});
+    QCOMPARE(kmz.exitCode, 0);
+    QCOMPARE(kmz.out.trimmed(), home->path() + QStringLiteral("/valley.kmz"));
+    QVERIFY(QFileInfo(home->path() + QStringLiteral("/valley.kmz")).size() > 49660 + 38821);
+    QCOMPARE(Cli({"gps", "kml-tracks"}).out.trimmed(), home->path() + QStringLiteral("/Documents/Orvana User Data/Earth Places/my_tracks.kml"));
+    QCOMPARE(Cli({"gps", "kml-waypoints"}).exitCode, 0);
+}
+
+QTEST_GUILESS_MAIN(CliGpsTest)
+#include "tst_CliGps.moc"
