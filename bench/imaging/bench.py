@@ -91,7 +91,7 @@ def thumbnails(args):
     read_all(photos)
     with tempfile.TemporaryDirectory() as ours_dir, tempfile.TemporaryDirectory() as peer_dir:
         ours = timed([args.cli, "image", "thumbnails", ours_dir] + photos)
-        peer = timed(["vipsthumbnail", "--size", f"128x128", "-o", f"{peer_dir}/%s.jpg[Q=75,strip]"] + photos)
+        peer = timed(["vipsthumbnail", "--size", "128x128", "-o", f"{peer_dir}/%s.jpg[Q=75,strip]"] + photos)
         made = len(list(Path(ours_dir).iterdir()))
     if made != len(photos):
         sys.exit(f"orvana-cli made {made} thumbnails of {len(photos)}")
@@ -124,8 +124,30 @@ def written_tags(folder):
     return {Path(entry.pop("SourceFile")).name: entry for entry in json.loads(output)}
 
 
+def orvana_write_command(cli, files):
+    return [cli, "image", "write-metadata", "--description", DESCRIPTION, "--keywords", ";".join(KEYWORDS) + ";",
+            "--position", str(LONGITUDE), str(LATITUDE), str(ELEVATION)] + [str(file) for file in files]
+
+
+def writable_sources(args):
+    """Camera JPEGs of the corpus that both tools write cleanly. ExifTool refuses files whose EXIF
+    it finds damaged, and Orvana reports photos whose tags read back differently."""
+    candidates = [p for p in sorted((Path(args.corpus) / "photos").glob("*.jpg")) if p.stat().st_size > 20000]
+    writable = []
+    with tempfile.TemporaryDirectory() as work:
+        for source in candidates:
+            ours, peer = Path(work, "ours.jpg"), Path(work, "peer.jpg")
+            shutil.copyfile(source, ours)
+            shutil.copyfile(source, peer)
+            both = [orvana_write_command(args.cli, [ours]), ["exiftool"] + exiftool_arguments(str(peer))]
+            if all(subprocess.run(c, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0 for c in both):
+                writable.append(source)
+    print(f"{len(writable)} of {len(candidates)} corpus JPEGs are written cleanly by both tools")
+    return writable
+
+
 def write(args):
-    sources = [p for p in sorted((Path(args.corpus) / "photos").glob("*.jpg")) if p.stat().st_size > 20000]
+    sources = writable_sources(args)
     with tempfile.TemporaryDirectory() as work:
         ours_dir, peer_dir, floor_dir = Path(work, "ours"), Path(work, "peer"), Path(work, "floor")
         for folder in (ours_dir, peer_dir, floor_dir):
@@ -138,12 +160,10 @@ def write(args):
         for name in names:
             shutil.copyfile(floor_dir / name, ours_dir / name)
             shutil.copyfile(floor_dir / name, peer_dir / name)
-        ours = timed([args.cli, "image", "write-metadata", "--description", DESCRIPTION,
-                      "--keywords", ";".join(KEYWORDS) + ";", "--position", str(LONGITUDE), str(LATITUDE),
-                      str(ELEVATION)] + [str(ours_dir / name) for name in names])
+        ours = timed(orvana_write_command(args.cli, [ours_dir / name for name in names]), stderr=subprocess.DEVNULL)
         start = time.perf_counter()
         for name in names:
-            run(["exiftool"] + exiftool_arguments(str(peer_dir / name)))
+            run(["exiftool"] + exiftool_arguments(str(peer_dir / name)), stderr=subprocess.DEVNULL)
         peer = time.perf_counter() - start
         ours_tags, peer_tags = written_tags(ours_dir), written_tags(peer_dir)
     differing = [name for name in names if ours_tags.get(name) != peer_tags.get(name)]

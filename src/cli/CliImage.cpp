@@ -59,7 +59,7 @@ int Tags(QStringList arguments)
         PrintOut(QString::fromUtf8(QJsonDocument(photos).toJson(QJsonDocument::Indented)).trimmed());
         return ExitDone;
     }
-    for (const QJsonValue &photo : photos) {
+    for (const auto &photo : photos) {
         const QJsonObject fields = photo.toObject();
         PrintOut(fields.value(QStringLiteral("File")).toString());
         for (auto field = fields.begin(); field != fields.end(); ++field) {

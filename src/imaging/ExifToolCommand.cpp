@@ -9,12 +9,12 @@
 
 namespace {
 
-QString FixedDecimals(double value, int minimum, int maximum)
+// At least one decimal and at most the given number, halves rounded away from zero.
+QString Decimals(double value, int maximum)
 {
     const double scale = std::pow(10.0, maximum);
-    const double rounded = std::round(value * scale) / scale;
-    QString text = QString::number(rounded, 'f', maximum);
-    while (text.size() > 1 && text.endsWith(u'0') && text.size() - text.indexOf(u'.') - 1 > minimum)
+    QString text = QString::number(std::round(value * scale) / scale, 'f', maximum);
+    while (text.endsWith(u'0') && !text.endsWith(QLatin1String(".0")))
         text.chop(1);
     return text;
 }
@@ -50,12 +50,12 @@ bool PhotoMetadata::HasPosition() const
 
 QString UpToSixDecimals(double value)
 {
-    return FixedDecimals(value, 1, 6);
+    return Decimals(value, 6);
 }
 
 QString OneDecimal(double value)
 {
-    return FixedDecimals(value, 1, 1);
+    return Decimals(value, 1);
 }
 
 QStringList ExifToolArguments(const PhotoMetadata &values, const QString &photoPath)
@@ -88,7 +88,7 @@ QStringList ExifToolArguments(const PhotoMetadata &values, const QString &photoP
 
 QString ExifToolProgram()
 {
-    const QString shipped = ResourcesFolder() + QStringLiteral("/exiftool");
+    QString shipped = ResourcesFolder() + QStringLiteral("/exiftool");
     if (QFileInfo(shipped).isExecutable())
         return shipped;
     const QString onPath = QStandardPaths::findExecutable(QStringLiteral("exiftool"));

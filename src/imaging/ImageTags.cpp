@@ -33,8 +33,8 @@ void ImageTags::LoadExifTags(const TagReader &reader)
     const QString latitudeReference = gps("GPSLatitudeRef");
     if (latitudeReference.isEmpty())
         return;
-    const QString latitudeText = SignedDegreesText(latitudeReference, gps("GPSLatitude"), QStringLiteral("N"));
-    const QString longitudeText = SignedDegreesText(gps("GPSLongitudeRef"), gps("GPSLongitude"), QStringLiteral("E"));
+    const QString latitudeText = SignedDegreesText({latitudeReference, gps("GPSLatitude")}, GpsAxis::Latitude);
+    const QString longitudeText = SignedDegreesText({gps("GPSLongitudeRef"), gps("GPSLongitude")}, GpsAxis::Longitude);
     if (latitudeText.isEmpty() || longitudeText.isEmpty())
         return;
     latitude = latitudeText;
@@ -44,6 +44,7 @@ void ImageTags::LoadExifTags(const TagReader &reader)
 QList<ImageTags> LoadExifTagsOfFiles(const QStringList &photoPaths)
 {
     QList<ImageTags> tags(photoPaths.size());
-    RunInParallel(photoPaths.size(), [&](qsizetype index) { tags[index].LoadExifTags(photoPaths[index]); });
+    ImageTags *const photo = tags.data();
+    RunInParallel(photoPaths.size(), [&](qsizetype index) { photo[index].LoadExifTags(photoPaths[index]); });
     return tags;
 }

@@ -7,9 +7,10 @@
 
 namespace {
 
-std::once_flag started;
+std::once_flag pixelsStarted;
+std::once_flag tagsStarted;
 
-void Start()
+void StartPixels()
 {
     if (VIPS_INIT("orvana") != 0)
         vips_error_clear();
@@ -18,6 +19,10 @@ void Start()
     vips_cache_set_max(0);
     // Damaged files are expected input; their complaints are not the user's business.
     g_log_set_handler("VIPS", G_LOG_LEVEL_WARNING, [](const gchar *, GLogLevelFlags, const gchar *, gpointer) {}, nullptr);
+}
+
+void StartTags()
+{
     Exiv2::LogMsg::setLevel(Exiv2::LogMsg::mute);
     // The XMP toolkit must be set up before several threads read tags at once.
     Exiv2::XmpParser::initialize();
@@ -25,9 +30,20 @@ void Start()
 
 } // namespace
 
+void InitialisePixelLibrary()
+{
+    std::call_once(pixelsStarted, StartPixels);
+}
+
+void InitialiseTagLibrary()
+{
+    std::call_once(tagsStarted, StartTags);
+}
+
 void InitialiseImaging()
 {
-    std::call_once(started, Start);
+    InitialisePixelLibrary();
+    InitialiseTagLibrary();
 }
 
 void DeInitialiseImaging()

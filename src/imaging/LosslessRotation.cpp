@@ -1,6 +1,6 @@
 #include "LosslessRotation.h"
 
-#include "ExifPixelSize.h"
+#include "Exiv2Support.h"
 #include "ImagingLibrary.h"
 
 #include <turbojpeg.h>
@@ -83,8 +83,7 @@ bool TurnPreview(Exiv2::ExifData &exif, Turn turn)
 void UpdateTags(QByteArray &jpeg, Turn turn, QSize turnedSize)
 {
     try {
-        const auto image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte *>(jpeg.constData()),
-                                                     static_cast<long>(jpeg.size()));
+        const auto image = OpenExiv2Image(jpeg);
         image->readMetadata();
         Exiv2::ExifData exif = image->exifData();
         if (exif.empty())
@@ -96,12 +95,7 @@ void UpdateTags(QByteArray &jpeg, Turn turn, QSize turnedSize)
         image->setExifData(exif);
         image->writeXmpFromPacket(true);
         image->writeMetadata();
-        Exiv2::BasicIo &io = image->io();
-        if (io.open() != 0)
-            return;
-        const Exiv2::DataBuf bytes = io.read(io.size());
-        io.close();
-        jpeg = QByteArray(reinterpret_cast<const char *>(bytes.pData_), bytes.size_);
+        jpeg = WrittenBytes(*image);
     } catch (const std::exception &) {
         // The pixels are turned either way; stale size tags are the lesser harm than no turn.
     }
@@ -111,7 +105,7 @@ void UpdateTags(QByteArray &jpeg, Turn turn, QSize turnedSize)
 
 Result TurnJpegLosslessly(QByteArray &jpeg, Turn turn, QSize &turnedSize)
 {
-    InitialiseImaging();
+    InitialiseTagLibrary();
     QString error;
     QByteArray turned = Transform(jpeg, turn, TJXOPT_PERFECT, error);
     if (turned.isEmpty())

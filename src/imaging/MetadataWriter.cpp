@@ -1,6 +1,6 @@
 #include "MetadataWriter.h"
 
-#include "ExifToolSession.h"
+#include "StayOpenExifTool.h"
 #include "ImageTags.h"
 #include "ShellAndWait.h"
 #include "TagReader.h"
@@ -48,6 +48,23 @@ MetadataWriteReport NothingToWrite(const QString &photoPath)
     return report;
 }
 
+// One photo of a batch, through the batch's ExifTool process, which is started when first
+// needed and again after it went away.
+MetadataWriteReport WriteThroughRunningExifTool(const MetadataWriteJob &job, std::unique_ptr<StayOpenExifTool> &exifTool)
+{
+    const QStringList arguments = ExifToolArguments(job.values, job.photoPath);
+    if (arguments.isEmpty())
+        return NothingToWrite(job.photoPath);
+    if (!StayOpenExifTool::CanCarry(arguments))
+        return Report(job.photoPath, job.values, RunProgram(ExifToolProgram(), arguments, ExifToolTimeoutMs));
+    if (!exifTool)
+        exifTool = std::make_unique<StayOpenExifTool>(ExifToolProgram());
+    const ProcessRun run = exifTool->Execute(arguments);
+    if (!run.finished)
+        exifTool.reset();
+    return Report(job.photoPath, job.values, run);
+}
+
 } // namespace
 
 MetadataWriteReport WriteMetadata(const QString &photoPath, const PhotoMetadata &values)
@@ -55,29 +72,17 @@ MetadataWriteReport WriteMetadata(const QString &photoPath, const PhotoMetadata 
     const QStringList arguments = ExifToolArguments(values, photoPath);
     if (arguments.isEmpty())
         return NothingToWrite(photoPath);
-    return Report(photoPath, values, RunAndWait(ExifToolProgram(), arguments, ExifToolTimeoutMs));
+    return Report(photoPath, values, RunProgram(ExifToolProgram(), arguments, ExifToolTimeoutMs));
 }
 
 QList<MetadataWriteReport> WriteMetadataBatch(const QList<MetadataWriteJob> &jobs, const WriteProgress &progress)
 {
     QList<MetadataWriteReport> reports;
-    std::unique_ptr<ExifToolSession> session;
-    for (qsizetype index = 0; index < jobs.size(); ++index) {
-        const MetadataWriteJob &job = jobs[index];
-        if (progress && !progress(index, job.photoPath))
+    std::unique_ptr<StayOpenExifTool> exifTool;
+    for (const MetadataWriteJob &job : jobs) {
+        if (progress && !progress(reports.size(), job.photoPath))
             break;
-        const QStringList arguments = ExifToolArguments(job.values, job.photoPath);
-        if (arguments.isEmpty()) {
-            reports << NothingToWrite(job.photoPath);
-            continue;
-        }
-        if (!ExifToolSession::CanCarry(arguments)) {
-            reports << Report(job.photoPath, job.values, RunAndWait(ExifToolProgram(), arguments, ExifToolTimeoutMs));
-            continue;
-        }
-        if (!session)
-            session = std::make_unique<ExifToolSession>(ExifToolProgram());
-        reports << Report(job.photoPath, job.values, session->Execute(arguments));
+        reports << WriteThroughRunningExifTool(job, exifTool);
     }
     return reports;
 }

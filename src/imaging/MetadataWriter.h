@@ -23,8 +23,8 @@ struct MetadataWriteJob {
     PhotoMetadata values;
 };
 
-// Told before each photo of a batch; returning false stops the batch there.
-using WriteProgress = std::function<bool(qsizetype index, const QString &photoPath)>;
+// Told before each photo of a batch how many are done; returning false stops the batch there.
+using WriteProgress = std::function<bool(qsizetype done, const QString &photoPath)>;
 
 // Writes many photos through one ExifTool process, with the same arguments, checks and result
 // per photo as WriteMetadata. The reports follow the jobs; when progress stops the batch they

@@ -94,29 +94,35 @@ bool HasAlpha(const VImage &image)
     return image.has_alpha();
 }
 
+VImage AsEightBit(VImage image)
+{
+    const bool grey = image.bands() < 3;
+    const VipsInterpretation wanted = grey ? VIPS_INTERPRETATION_B_W : VIPS_INTERPRETATION_sRGB;
+    if (image.interpretation() != wanted && vips_colourspace_issupported(image.get_image()))
+        image = image.colourspace(wanted);
+    if (image.format() != VIPS_FORMAT_UCHAR)
+        image = image.cast(VIPS_FORMAT_UCHAR);
+    const int bands = grey ? 2 : 4;
+    if (image.bands() > bands)
+        image = image.extract_band(0, VImage::option()->set("n", bands));
+    return image.copy(VImage::option()->set("interpretation", wanted));
+}
+
 VImage AsEightBitRgb(VImage image)
 {
-    const VipsInterpretation interpretation = image.interpretation();
-    if (image.format() != VIPS_FORMAT_UCHAR || interpretation != VIPS_INTERPRETATION_sRGB || image.bands() < 3) {
-        if (vips_colourspace_issupported(image.get_image()))
-            image = image.colourspace(VIPS_INTERPRETATION_sRGB);
-        if (image.format() != VIPS_FORMAT_UCHAR)
-            image = image.cast(VIPS_FORMAT_UCHAR);
-        if (image.bands() < 3) {
-            const VImage grey = image.extract_band(0);
-            image = image.bands() == 2 ? VImage::bandjoin({grey, grey, grey, image.extract_band(1)})
-                                       : VImage::bandjoin({grey, grey, grey});
-        }
-        image = image.copy(VImage::option()->set("interpretation", VIPS_INTERPRETATION_sRGB));
-    }
-    return image.bands() > 4 ? image.extract_band(0, VImage::option()->set("n", 4)) : image;
+    image = AsEightBit(image);
+    if (image.bands() >= 3)
+        return image;
+    const VImage grey = image.extract_band(0);
+    image = image.bands() == 2 ? VImage::bandjoin({grey, grey, grey, image.extract_band(1)}) : VImage::bandjoin({grey, grey, grey});
+    return image.copy(VImage::option()->set("interpretation", VIPS_INTERPRETATION_sRGB));
 }
 
 VImage WithoutAlpha(const VImage &image)
 {
     if (!image.has_alpha())
         return image;
-    return image.flatten(VImage::option()->set("background", std::vector<double>{255.0}));
+    return image.flatten(VImage::option()->set("background", std::vector<double>{255.0})).cast(image.format());
 }
 
 Picture::Picture() = default;
@@ -136,7 +142,7 @@ Picture Picture::Load(const QString &path)
 
 Picture Picture::LoadFromMemory(const QByteArray &bytes, ImageFormat format)
 {
-    InitialiseImaging();
+    InitialisePixelLibrary();
     if (bytes.isEmpty() || format == ImageFormat::Unknown)
         return {};
     try {
@@ -179,7 +185,7 @@ QByteArray Picture::RgbPixels() const
     if (!data)
         return {};
     try {
-        const VImage rgb = WithoutAlpha(AsEightBitRgb(data->image)).cast(VIPS_FORMAT_UCHAR);
+        const VImage rgb = WithoutAlpha(AsEightBitRgb(data->image));
         size_t size = 0;
         void *pixels = rgb.write_to_memory(&size);
         QByteArray copy(static_cast<const char *>(pixels), static_cast<qsizetype>(size));
@@ -244,7 +250,7 @@ QByteArray Picture::Encode(ImageFormat format, int jpegQuality, EmbeddedTags tag
     try {
         VImage image = data->image;
         if (format == ImageFormat::Jpeg || format == ImageFormat::Bmp)
-            image = AsEightBitRgb(image);
+            image = AsEightBit(image);
         return TakeBlob(EncodeBlob(image, format, jpegQuality, tags));
     } catch (const VError &) {
         vips_error_clear();

@@ -31,8 +31,10 @@ private:
 };
 
 // The picture as 8-bit sRGB (three bands, plus alpha when it has one): the form every effect
-// and every encoder of the program works on.
+// works on.
 vips::VImage AsEightBitRgb(vips::VImage image);
+// The picture as 8-bit sRGB, or 8-bit grey when it is grey: what an 8-bit encoder takes.
+vips::VImage AsEightBit(vips::VImage image);
 bool HasAlpha(const vips::VImage &image);
 // The picture on white where it was transparent.
 vips::VImage WithoutAlpha(const vips::VImage &image);

@@ -21,7 +21,7 @@ void KeepEventsFlowing()
         QCoreApplication::processEvents();
 }
 
-ProcessRun RunAndWait(const QString &program, const QStringList &arguments, qint64 timeoutMs)
+ProcessRun RunProgram(const QString &program, const QStringList &arguments, qint64 timeoutMs)
 {
     ProcessRun run;
     QProcess process;
@@ -52,7 +52,7 @@ ProcessRun RunAndWait(const QString &program, const QStringList &arguments, qint
 
 bool ShellAndWait(const QString &program, const QStringList &arguments, QString &message, qint64 timeoutMs)
 {
-    const ProcessRun run = RunAndWait(program, arguments, timeoutMs);
+    const ProcessRun run = RunProgram(program, arguments, timeoutMs);
     message = run.message;
     return run.finished;
 }

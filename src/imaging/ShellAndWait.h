@@ -19,7 +19,7 @@ struct ProcessRun {
 // Starts the program with its arguments (no shell in between) and waits for it to end, keeping
 // the caller's event loop turning every 100 ms. A program still running at the time-out is
 // stopped.
-ProcessRun RunAndWait(const QString &program, const QStringList &arguments, qint64 timeoutMs);
+ProcessRun RunProgram(const QString &program, const QStringList &arguments, qint64 timeoutMs);
 
 // The same with the program's long-standing interface: true when the program ran to its end;
 // otherwise false with the reason in message.

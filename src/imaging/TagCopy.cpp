@@ -1,6 +1,6 @@
 #include "TagCopy.h"
 
-#include "ExifPixelSize.h"
+#include "Exiv2Support.h"
 #include "ImagingLibrary.h"
 #include "Picture.h"
 
@@ -9,12 +9,6 @@ namespace {
 
 // The size cameras give the preview in the EXIF block.
 constexpr int PreviewBox = 160;
-
-// Exiv2's pointer type is deprecated by name, so it is only ever deduced.
-auto OpenBytes(const QByteArray &bytes)
-{
-    return Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte *>(bytes.constData()), static_cast<long>(bytes.size()));
-}
 
 bool HoldsTags(Exiv2::Image &image)
 {
@@ -48,23 +42,13 @@ void CopyXmp(Exiv2::Image &source, Exiv2::Image &target)
     }
 }
 
-QByteArray Contents(Exiv2::BasicIo &io)
-{
-    if (io.open() != 0)
-        throw Exiv2::Error(Exiv2::kerDataSourceOpenFailed, io.path(), "");
-    io.seek(0, Exiv2::BasicIo::beg);
-    const Exiv2::DataBuf bytes = io.read(io.size());
-    io.close();
-    return QByteArray(reinterpret_cast<const char *>(bytes.pData_), bytes.size_);
-}
-
 } // namespace
 
 Result CopyTags(const QByteArray &original, QByteArray &encoded, const Picture &edited)
 {
-    InitialiseImaging();
+    InitialiseTagLibrary();
     try {
-        const auto source = OpenBytes(original);
+        const auto source = OpenExiv2Image(original);
         if (source.get() == nullptr)
             return Result::Success();
         source->readMetadata();
@@ -72,7 +56,7 @@ Result CopyTags(const QByteArray &original, QByteArray &encoded, const Picture &
         source->writeXmpFromPacket(true);
         if (!HoldsTags(*source))
             return Result::Success();
-        const auto target = OpenBytes(encoded);
+        const auto target = OpenExiv2Image(encoded);
         if (target.get() == nullptr)
             return Result::Failure(QStringLiteral("the edited picture cannot hold the photo's tags"));
         target->readMetadata();
@@ -90,7 +74,7 @@ Result CopyTags(const QByteArray &original, QByteArray &encoded, const Picture &
         if (target->supportsMetadata(Exiv2::mdIccProfile) && source->iccProfileDefined())
             target->setIccProfile(*source->iccProfile());
         target->writeMetadata();
-        encoded = Contents(target->io());
+        encoded = WrittenBytes(*target);
         return Result::Success();
     } catch (const std::exception &error) {
         return Result::Failure(QStringLiteral("the photo's tags could not be carried over: %1").arg(QString::fromUtf8(error.what())));

@@ -1,13 +1,16 @@
 #include "TagReader.h"
 
+#include "Exiv2Support.h"
 #include "FlashText.h"
 #include "ImagingLibrary.h"
+#include "JpegHeader.h"
 #include "Windows1252.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QStringList>
+#include <algorithm>
 #include <array>
-#include <exiv2/exiv2.hpp>
 
 struct TagReader::Tags {
     Exiv2::ExifData exif;
@@ -56,6 +59,16 @@ constexpr std::array<TagName, 19> TagNames = {{
     {TagFamily::Gps, "GPSLongitude", "Exif.GPSInfo.GPSLongitude", Rendering::Sexagesimal},
 }};
 
+// Exiv2's own lookup builds the full key text of every entry it passes; comparing the tag
+// number and directory instead keeps reading a photo's tags free of that cost.
+Exiv2::ExifData::const_iterator FindExif(const Exiv2::ExifData &exif, const char *keyText)
+{
+    const Exiv2::ExifKey key(keyText);
+    return std::find_if(exif.begin(), exif.end(), [&key](const Exiv2::Exifdatum &datum) {
+        return datum.tag() == key.tag() && datum.ifdId() == key.ifdId();
+    });
+}
+
 const TagName *FindTagName(TagFamily family, const QString &name)
 {
     for (const TagName &tag : TagNames) {
@@ -100,7 +113,7 @@ QString SexagesimalText(const Exiv2::Exifdatum &datum)
 
 QString ExifText(const Exiv2::ExifData &exif, const TagName &tag)
 {
-    const auto datum = exif.findKey(Exiv2::ExifKey(tag.key));
+    const auto datum = FindExif(exif, tag.key);
     if (datum == exif.end() || datum->count() == 0)
         return {};
     switch (tag.rendering) {
@@ -137,8 +150,8 @@ std::shared_ptr<const TagReader::Tags> ReadTags(Exiv2::Image *image)
     if (image == nullptr)
         return tags;
     image->readMetadata();
-    tags->exif = image->exifData();
-    tags->iptc = image->iptcData();
+    tags->exif = std::move(image->exifData());
+    tags->iptc = std::move(image->iptcData());
     // The frame header is read with the tags, so the size costs no decoding.
     tags->width = image->pixelWidth();
     tags->height = image->pixelHeight();
@@ -149,7 +162,13 @@ std::shared_ptr<const TagReader::Tags> ReadTags(Exiv2::Image *image)
 
 TagReader TagReader::FromFile(const QString &path)
 {
-    InitialiseImaging();
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray jpegHeader = ReadJpegHeaderWithoutXmp(file);
+    if (!jpegHeader.isEmpty())
+        return FromExiv2(jpegHeader);
+    InitialiseTagLibrary();
     TagReader reader;
     try {
         reader.tags = ReadTags(Exiv2::ImageFactory::open(QFile::encodeName(path).toStdString(), false).get());
@@ -162,12 +181,19 @@ TagReader TagReader::FromFile(const QString &path)
 
 TagReader TagReader::FromMemory(const QByteArray &bytes)
 {
-    InitialiseImaging();
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    const QByteArray jpegHeader = ReadJpegHeaderWithoutXmp(buffer);
+    return FromExiv2(jpegHeader.isEmpty() ? bytes : jpegHeader);
+}
+
+TagReader TagReader::FromExiv2(const QByteArray &bytes)
+{
+    InitialiseTagLibrary();
     TagReader reader;
     try {
-        reader.tags = ReadTags(Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte *>(bytes.constData()),
-                                                         static_cast<long>(bytes.size()))
-                                   .get());
+        reader.tags = ReadTags(OpenExiv2Image(bytes).get());
     } catch (...) {
         reader.tags.reset();
     }
@@ -201,12 +227,12 @@ std::optional<double> TagReader::GpsAltitude() const
     if (!tags)
         return std::nullopt;
     try {
-        const auto altitude = tags->exif.findKey(Exiv2::ExifKey("Exif.GPSInfo.GPSAltitude"));
+        const auto altitude = FindExif(tags->exif, "Exif.GPSInfo.GPSAltitude");
         if (altitude == tags->exif.end() || altitude->count() == 0 || altitude->toRational(0).second == 0)
             return std::nullopt;
         const Exiv2::Rational metres = altitude->toRational(0);
         const double value = static_cast<double>(metres.first) / metres.second;
-        const auto reference = tags->exif.findKey(Exiv2::ExifKey("Exif.GPSInfo.GPSAltitudeRef"));
+        const auto reference = FindExif(tags->exif, "Exif.GPSInfo.GPSAltitudeRef");
         const bool below = reference != tags->exif.end() && reference->count() > 0 && reference->toLong(0) == 1;
         return below ? -value : value;
     } catch (...) {
@@ -234,7 +260,7 @@ int TagReader::Orientation() const
     if (!tags)
         return 1;
     try {
-        const auto orientation = tags->exif.findKey(Exiv2::ExifKey("Exif.Image.Orientation"));
+        const auto orientation = FindExif(tags->exif, "Exif.Image.Orientation");
         if (orientation == tags->exif.end() || orientation->count() == 0)
             return 1;
         const long value = orientation->toLong(0);

@@ -37,5 +37,7 @@ public:
     struct Tags;
 
 private:
+    // The tags of a whole file in memory, or of a JPEG's header.
+    static TagReader FromExiv2(const QByteArray &bytes);
     std::shared_ptr<const Tags> tags;
 };

@@ -33,15 +33,16 @@ QString KeywordsText(const QString &keywordsTag)
     return keywords + u';';
 }
 
-QString SignedDegreesText(const QString &reference, const QString &sexagesimal, const QString &positiveReference)
+QString SignedDegreesText(const GpsCoordinateTags &coordinate, GpsAxis axis)
 {
-    const QStringList parts = sexagesimal.split(u':');
+    const QStringList parts = coordinate.sexagesimal.split(u':');
     if (parts.size() != 3)
         return {};
     // A part that is not a number counts as 0, as a lenient numeric conversion would read it.
     const double value = parts[0].trimmed().toDouble() + parts[1].trimmed().toDouble() / 60.0
         + parts[2].trimmed().toDouble() / 3600.0;
-    const double signedValue = reference == positiveReference ? value : -value;
+    const QLatin1String positive(axis == GpsAxis::Latitude ? "N" : "E");
+    const double signedValue = coordinate.reference == positive ? value : -value;
     // 0.0 and -0.0 are the same place; only one of them is printed.
     return QString::number(signedValue == 0.0 ? 0.0 : signedValue, 'f', 6);
 }

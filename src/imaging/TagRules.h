@@ -15,8 +15,16 @@ QString FlashState(const QString &flashText);
 // "a,b" -> "a;b;"; "" stays "".
 QString KeywordsText(const QString &keywordsTag);
 
-// A GPS coordinate as signed decimal degrees with six decimals ("0.000000"), from its reference
-// ("N", "S", "E" or "W") and its "degrees:minutes:seconds" text. positiveReference is "N" for a
-// latitude and "E" for a longitude; any other reference negates the value. Empty when the text
-// does not split into three parts.
-QString SignedDegreesText(const QString &reference, const QString &sexagesimal, const QString &positiveReference);
+// One coordinate as the GPS tags hold it: its reference letter ("N", "S", "E" or "W") and its
+// "degrees:minutes:seconds" text.
+struct GpsCoordinateTags {
+    QString reference;
+    QString sexagesimal;
+};
+
+// Latitudes are positive towards "N", longitudes towards "E".
+enum class GpsAxis { Latitude, Longitude };
+
+// The coordinate as signed decimal degrees with six decimals ("0.000000"); any reference but
+// the positive one negates it. Empty when the text does not split into three parts.
+QString SignedDegreesText(const GpsCoordinateTags &coordinate, GpsAxis axis);

@@ -54,7 +54,8 @@ Picture FromEmbeddedPreview(const QString &photoPath)
         // The preview carries no orientation of its own: the photo's applies to it.
         image = image.copy();
         image.set(VIPS_META_ORIENTATION, tags.Orientation());
-        return PictureData::Wrap(image.autorot());
+        // Decoded here, so that a damaged preview falls back to the photo itself.
+        return PictureData::Wrap(image.autorot().copy_memory());
     } catch (const VError &) {
         vips_error_clear();
         return {};
@@ -65,7 +66,7 @@ Picture FromEmbeddedPreview(const QString &photoPath)
 
 Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath, ThumbnailSource source)
 {
-    InitialiseImaging();
+    InitialisePixelLibrary();
     Picture thumbnail;
     if (source == ThumbnailSource::EmbeddedPreviewFirst)
         thumbnail = FromEmbeddedPreview(photoPath);
@@ -82,9 +83,16 @@ Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath, Thu
 
 QList<Result> MakeThumbnails(const QList<ThumbnailJob> &jobs, ThumbnailSource source)
 {
+    InitialisePixelLibrary();
+    // The photos are shared out over the cores already; libvips's own helper threads for each
+    // one would only add their upkeep.
+    const int helpers = vips_concurrency_get();
+    vips_concurrency_set(1);
     QList<Result> results(jobs.size());
+    Result *const result = results.data();
     RunInParallel(jobs.size(), [&](qsizetype index) {
-        results[index] = MakeThumbnail(jobs[index].photoPath, jobs[index].thumbnailPath, source);
+        result[index] = MakeThumbnail(jobs[index].photoPath, jobs[index].thumbnailPath, source);
     });
+    vips_concurrency_set(helpers);
     return results;
 }

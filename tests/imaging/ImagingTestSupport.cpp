@@ -12,7 +12,7 @@ QString CorpusPath(const QString &relative)
 
 QString CopyOfCorpusPhoto(const QString &name, const QString &folder)
 {
-    const QString copy = folder + u'/' + name;
+    QString copy = folder + u'/' + name;
     QFile::remove(copy);
     QFile::copy(CorpusPath(QStringLiteral("photos/") + name), copy);
     QFile::setPermissions(copy, QFileDevice::ReadOwner | QFileDevice::WriteOwner);

@@ -46,7 +46,7 @@ QString ExpectedKeywords(const QJsonValue &keywords)
 {
     QStringList list;
     if (keywords.isArray()) {
-        for (const QJsonValue &keyword : keywords.toArray())
+        for (const auto &keyword : keywords.toArray())
             list << Text(keyword);
     } else if (!keywords.isUndefined()) {
         list << Text(keywords);
@@ -73,7 +73,7 @@ void CorpusTags::readsAsExifTool_data()
     QTest::addColumn<QJsonObject>("reference");
     const QJsonArray photos = QJsonDocument::fromJson(ReadAll(CorpusPath(QStringLiteral("photos-exiftool.json")))).array();
     QVERIFY(photos.size() > 100);
-    for (const QJsonValue &photo : photos) {
+    for (const auto &photo : photos) {
         const QString file = photo.toObject().value(QStringLiteral("SourceFile")).toString();
         if (!ReadBetterThanExifTool.contains(file))
             QTest::newRow(qPrintable(file)) << file << photo.toObject();

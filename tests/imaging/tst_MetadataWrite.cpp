@@ -20,6 +20,7 @@ private slots:
     void writesWhatWasTyped();
     void existingLatinIptcSurvivesUtf8();
     void nothingToWriteRunsNothing();
+    void batchStopsWhenCancelled();
     void shellAndWaitMessages();
 
 private:
@@ -142,6 +143,24 @@ void MetadataWrite::nothingToWriteRunsNothing()
     QVERIFY(WriteMetadataWithExifTool(photo, QStringLiteral("x"), QString(), 0, 0, 0));
     QCOMPARE(ReadAll(folder.filePath(QStringLiteral("Resources/exiftool.log"))), QByteArray("ran\n"));
     environment.Env().install = install;
+}
+
+void MetadataWrite::batchStopsWhenCancelled()
+{
+    QTemporaryDir folder;
+    const QString first = CopyOfCorpusPhoto(QStringLiteral("exiv2-empty.jpg"), folder.path());
+    const QString second = CopyOfCorpusPhoto(QStringLiteral("exiftool-GPS.jpg"), folder.path());
+    const QByteArray secondBefore = ReadAll(second);
+    const PhotoMetadata values{QStringLiteral("x"), QString(), 0, 0, 0};
+    QList<qsizetype> told;
+    const QList<MetadataWriteReport> reports = WriteMetadataBatch({{first, values}, {second, values}}, [&told](qsizetype done, const QString &) {
+        told << done;
+        return done < 1;
+    });
+    QCOMPARE(told, (QList<qsizetype>{0, 1}));
+    QCOMPARE(reports.size(), 1);
+    QVERIFY(reports[0].result.ok);
+    QCOMPARE(ReadAll(second), secondBefore);
 }
 
 void MetadataWrite::shellAndWaitMessages()

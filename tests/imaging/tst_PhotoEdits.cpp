@@ -147,6 +147,7 @@ void PhotoEdits::thumbnails_data()
     QTest::newRow("16-bit grey TIFF") << "drewnoakes-Issue_555_1.tif" << ThumbnailSource::Photo << QSize(128, 104);
     QTest::newRow("embedded preview larger than the photo") << "exiv2-pr_1994_poc2.jpg" << ThumbnailSource::EmbeddedPreviewFirst << QSize(128, 96);
     QTest::newRow("no preview: the photo") << "exif-samples-portrait_6.jpg" << ThumbnailSource::EmbeddedPreviewFirst << QSize(96, 128);
+    QTest::newRow("damaged preview: the photo") << "exiftool-Nikon.jpg" << ThumbnailSource::EmbeddedPreviewFirst << QSize(8, 8);
 }
 
 void PhotoEdits::thumbnails()
@@ -167,13 +168,13 @@ void PhotoEdits::effectsOnPixels()
 {
     const Picture photo = Loaded(QStringLiteral("exif-samples-DSCN0010.jpg"));
     const QByteArray original = photo.RgbPixels();
-    QCOMPARE(original.size(), 640 * 480 * 3);
+    QCOMPARE(original.size(), qsizetype(640) * 480 * 3);
 
     const ColourTables tables = BuildColourTables({170, 120, 150, 190});
     const QByteArray adjusted = photo.Adjusted(tables).RgbPixels();
     const QByteArray grey = photo.BlackAndWhite().RgbPixels();
     const QByteArray sepia = photo.Sepia().RgbPixels();
-    for (qsizetype i = 0; i + 2 < original.size(); i += 3 * 97) {
+    for (qsizetype i = 0; i + 2 < original.size(); i += qsizetype(3) * 97) {
         QCOMPARE(uchar(adjusted[i]), tables.red[uchar(original[i])]);
         QCOMPARE(uchar(adjusted[i + 1]), tables.green[uchar(original[i + 1])]);
         QCOMPARE(uchar(adjusted[i + 2]), tables.blue[uchar(original[i + 2])]);

@@ -91,24 +91,25 @@ void TagRules::gpsDegrees_data()
 {
     QTest::addColumn<QString>("reference");
     QTest::addColumn<QString>("sexagesimal");
-    QTest::addColumn<QString>("positive");
+    QTest::addColumn<GpsAxis>("axis");
     QTest::addColumn<QString>("stored");
-    QTest::newRow("north") << "N" << "41:51:10.8" << "N" << "41.853000";
-    QTest::newRow("south") << "S" << "0:22:16.68" << "N" << "-0.371300";
-    QTest::newRow("west") << "W" << "116:51:18" << "E" << "-116.855000";
-    QTest::newRow("decimal minutes") << "E" << "12:29.33:0" << "E" << "12.488833";
-    QTest::newRow("zero south is zero") << "S" << "0:0:0" << "N" << "0.000000";
-    QTest::newRow("two parts") << "N" << "41:51" << "N" << "";
-    QTest::newRow("empty") << "N" << "" << "N" << "";
+    QTest::newRow("north") << "N" << "41:51:10.8" << GpsAxis::Latitude << "41.853000";
+    QTest::newRow("south") << "S" << "0:22:16.68" << GpsAxis::Latitude << "-0.371300";
+    QTest::newRow("west") << "W" << "116:51:18" << GpsAxis::Longitude << "-116.855000";
+    QTest::newRow("east, decimal minutes") << "E" << "12:29.33:0" << GpsAxis::Longitude << "12.488833";
+    QTest::newRow("N on a longitude is not east") << "N" << "12:0:0" << GpsAxis::Longitude << "-12.000000";
+    QTest::newRow("zero south is zero") << "S" << "0:0:0" << GpsAxis::Latitude << "0.000000";
+    QTest::newRow("two parts") << "N" << "41:51" << GpsAxis::Latitude << "";
+    QTest::newRow("empty") << "N" << "" << GpsAxis::Latitude << "";
 }
 
 void TagRules::gpsDegrees()
 {
     QFETCH(QString, reference);
     QFETCH(QString, sexagesimal);
-    QFETCH(QString, positive);
+    QFETCH(GpsAxis, axis);
     QFETCH(QString, stored);
-    QCOMPARE(SignedDegreesText(reference, sexagesimal, positive), stored);
+    QCOMPARE(SignedDegreesText({reference, sexagesimal}, axis), stored);
 }
 
 void TagRules::exifToolArguments_data()

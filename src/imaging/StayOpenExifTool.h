@@ -8,15 +8,15 @@
 // One ExifTool process kept open for many commands ("-stay_open"), so a batch pays for starting
 // Perl and loading ExifTool once instead of once per photo. Each command gets the same arguments
 // a single run would, one per line of ExifTool's argument stream.
-class ExifToolSession {
+class StayOpenExifTool {
 public:
-    explicit ExifToolSession(const QString &program);
-    ~ExifToolSession();
-    ExifToolSession(const ExifToolSession &) = delete;
-    ExifToolSession &operator=(const ExifToolSession &) = delete;
+    explicit StayOpenExifTool(const QString &program);
+    ~StayOpenExifTool();
+    StayOpenExifTool(const StayOpenExifTool &) = delete;
+    StayOpenExifTool &operator=(const StayOpenExifTool &) = delete;
 
-    // Runs one command and waits for ExifTool to report it done. A session whose process has
-    // gone answers every later command with a failure.
+    // Runs one command and waits for ExifTool to report it done. Once the process has gone,
+    // every later command fails.
     ProcessRun Execute(const QStringList &arguments, qint64 timeoutMs = ExifToolTimeoutMs);
 
     // Whether every argument can travel in the stream exactly; those that cannot must be given

@@ -1,4 +1,4 @@
-#include "ExifToolSession.h"
+#include "StayOpenExifTool.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
@@ -27,13 +27,13 @@ std::optional<QByteArray> ArgumentLine(const QString &argument)
     return "#[CSTR]" + escaped + '\n';
 }
 
-bool ExifToolSession::CanCarry(const QStringList &arguments)
+bool StayOpenExifTool::CanCarry(const QStringList &arguments)
 {
     return std::all_of(arguments.begin(), arguments.end(),
                        [](const QString &argument) { return ArgumentLine(argument).has_value(); });
 }
 
-ExifToolSession::ExifToolSession(const QString &program)
+StayOpenExifTool::StayOpenExifTool(const QString &program)
 {
     // One stream keeps ExifTool's warnings in order with the "{ready}" that closes a command.
     process.setProcessChannelMode(QProcess::MergedChannels);
@@ -41,7 +41,7 @@ ExifToolSession::ExifToolSession(const QString &program)
     process.waitForStarted();
 }
 
-ExifToolSession::~ExifToolSession()
+StayOpenExifTool::~StayOpenExifTool()
 {
     if (process.state() != QProcess::Running)
         return;
@@ -52,7 +52,7 @@ ExifToolSession::~ExifToolSession()
     process.waitForFinished();
 }
 
-ProcessRun ExifToolSession::Execute(const QStringList &arguments, qint64 timeoutMs)
+ProcessRun StayOpenExifTool::Execute(const QStringList &arguments, qint64 timeoutMs)
 {
     ProcessRun run;
     if (process.state() != QProcess::Running) {

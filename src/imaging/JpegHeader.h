@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QByteArray>
+#include <QIODevice>
+
+// A JPEG's marker segments up to its picture data, less its XMP packets, closed by an end
+// marker: everything the tag reader needs, read in a fraction of the time the whole file and
+// its XMP would take. Empty when the device does not hold a JPEG; a damaged segment ends the
+// header where it starts.
+QByteArray ReadJpegHeaderWithoutXmp(QIODevice &device);

@@ -1,0 +1,77 @@
+#include "ImagingTestSupport.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+// The 'image' group of orvana-cli, run as its own process on plain files.
+class ImageCli : public QObject {
+    Q_OBJECT
+private slots:
+    void commands_data();
+    void commands();
+    void tagsAsJson();
+};
+
+namespace {
+
+struct Run {
+    int exitCode;
+    QString out;
+    QString err;
+};
+
+Run Cli(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral(ORVANA_BIN_DIR "/orvana-cli"), QStringList{QStringLiteral("image")} << arguments);
+    if (!process.waitForFinished(60000))
+        return {-1, {}, QStringLiteral("did not finish")};
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
+}
+
+} // namespace
+
+void ImageCli::commands_data()
+{
+    QTest::addColumn<QStringList>("arguments");  // "@" stands for a fresh copy of exiftool-GPS.jpg
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("errorPart");
+    QTest::newRow("no verb") << QStringList{} << 2 << "image needs a verb";
+    QTest::newRow("crop without enough edges") << QStringList{"crop", "1", "2", "3", "@"} << 2 << "LEFT TOP RIGHT BOTTOM";
+    QTest::newRow("adjust with a word") << QStringList{"adjust", "100", "x", "150", "150", "@"} << 2 << "slider positions";
+    QTest::newRow("nothing to write") << QStringList{"write-metadata", "@"} << 1 << "nothing to write";
+    QTest::newRow("missing photo") << QStringList{"thumbnail", "/no/such.jpg", "/tmp/t.jpg"} << 1 << "/no/such.jpg";
+    QTest::newRow("rotate") << QStringList{"rotate", "right", "@"} << 0 << "";
+    QTest::newRow("write") << QStringList{"write-metadata", "--keywords", "a;b;", "@"} << 0 << "";
+}
+
+void ImageCli::commands()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(int, exitCode);
+    QFETCH(QString, errorPart);
+    QTemporaryDir folder;
+    arguments.replaceInStrings(QStringLiteral("@"), CopyOfCorpusPhoto(QStringLiteral("exiftool-GPS.jpg"), folder.path()));
+    const Run run = Cli(arguments);
+    QCOMPARE(run.exitCode, exitCode);
+    QVERIFY2(run.err.contains(errorPart), qPrintable(run.err));
+}
+
+void ImageCli::tagsAsJson()
+{
+    const Run run = Cli({QStringLiteral("tags"), QStringLiteral("--json"), CorpusPath(QStringLiteral("photos/exif-samples-Kodak_CX7530.jpg"))});
+    QCOMPARE(run.exitCode, 0);
+    const QJsonObject photo = QJsonDocument::fromJson(run.out.toUtf8()).array().at(0).toObject();
+    QCOMPARE(photo.value(QStringLiteral("CameraMaker")).toString(), QStringLiteral("EASTMAN KODAK COMPANY"));
+    QCOMPARE(photo.value(QStringLiteral("CaptureDate")).toString(), QStringLiteral("2005-08-13 09:47:23"));
+    QCOMPARE(photo.value(QStringLiteral("Latitude")).toString(), QStringLiteral("-0.371300"));
+    QCOMPARE(photo.value(QStringLiteral("Longitude")).toString(), QStringLiteral("36.056417"));
+    QCOMPARE(photo.value(QStringLiteral("Flash")).toString(), QStringLiteral("OFF"));
+}
+
+QTEST_GUILESS_MAIN(ImageCli)
+#include "tst_ImageCli.moc"
