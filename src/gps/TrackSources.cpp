@@ -114,7 +114,7 @@ SourceImport ImportTrackFile(GpsStore &store, const QString &path, const QString
     CreateFolderPath(GetUserDataFolder());
     const QString converted = TemporaryGpxPath();
     QFile::remove(converted);
-    RunAndWait(GpsBabelProgram(), FileConversionArguments(type, path, converted), ConverterTimeoutMs);
+    RunProgram(GpsBabelProgram(), FileConversionArguments(type, path, converted), ConverterTimeoutMs);
     return ImportConverted(store, converted, Failure, Success, progress);
 }
 
@@ -125,7 +125,7 @@ SourceImport DownloadFromReceiver(GpsStore &store, const QString &format, const 
     QFile::remove(GetDownloadGPXFileName(LogType::Tracks));
     QFile::remove(GetDownloadGPXFileName(LogType::Waypoints));
     const QString downloaded = GetDownloadGPXFileName(logType);
-    RunAndWait(GpsBabelProgram(), ReceiverDownloadArguments(logType, format, GetDownloadPortName(portEntry), downloaded), ConverterTimeoutMs);
+    RunProgram(GpsBabelProgram(), ReceiverDownloadArguments(logType, format, GetDownloadPortName(portEntry), downloaded), ConverterTimeoutMs);
     return ImportConverted(store, downloaded,
                            logType == LogType::Tracks ? "MessageFailToImportTrackFromGPSr" : "MessageFailToImportWaypointFromGPSr",
                            "MessageSucceedToImportTracksFromGPS", progress);
