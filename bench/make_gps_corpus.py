@@ -87,14 +87,17 @@ def write_album(album, seconds):
             utc = rng.randint(first, last)
         local = START + datetime.timedelta(seconds=utc, hours=ZONE_HOURS)
         name = f"IMG_{n:05d}.jpg"
+        data = jpeg[:2] + exif_segment(local.strftime("%Y:%m:%d %H:%M:%S")) + jpeg[2:]
         with open(os.path.join(album, name), "wb") as f:
-            f.write(jpeg[:2] + exif_segment(local.strftime("%Y:%m:%d %H:%M:%S")) + jpeg[2:])
-        records.append((name, local.strftime("%Y-%m-%d %H:%M:%S")))
+            f.write(data)
+        records.append((name, local.strftime("%Y-%m-%d %H:%M:%S"), len(data)))
     with open(os.path.join(album, "studio.data", "studio.plist"), "w", encoding="utf-8") as out:
         out.write('<?xml version="1.0" encoding="UTF-8"?>\n<plist version="1.0">\n<dict>\n'
                   "\t<key>Title</key>\n\t<string>Benchmark</string>\n\t<key>Items</key>\n\t<array>\n")
-        for name, capture in records:
+        # "Size" as an import writes it: with the totals equal, opening finds no outside change.
+        for name, capture, size in records:
             out.write(f"\t\t<dict>\n\t\t\t<key>File</key>\n\t\t\t<string>{name}</string>\n"
+                      f"\t\t\t<key>Size</key>\n\t\t\t<string>{size}</string>\n"
                       f"\t\t\t<key>CaptureDate</key>\n\t\t\t<string>{capture}</string>\n"
                       "\t\t\t<key>Width</key>\n\t\t\t<string>8</string>\n"
                       "\t\t\t<key>Height</key>\n\t\t\t<string>8</string>\n\t\t</dict>\n")

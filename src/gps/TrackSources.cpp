@@ -12,7 +12,7 @@ namespace {
 
 // GPSBabel may wait long on a receiver. While it runs, events keep flowing, so a dialog's timer
 // can move its progress bar.
-constexpr qint64 ConverterTimeoutMs = 30 * 60 * 1000;
+constexpr qint64 ConverterTimeoutMs = qint64{30} * 60 * 1000;
 
 const QString Gpx = QStringLiteral("gpx");
 
