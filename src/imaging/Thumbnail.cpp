@@ -81,18 +81,25 @@ Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath, Thu
     return thumbnail.SaveJpeg(thumbnailPath, GoodJpegQuality);
 }
 
-QList<Result> MakeThumbnails(const QList<ThumbnailJob> &jobs, ThumbnailSource source)
+PhotosSharedOverCores::PhotosSharedOverCores()
 {
     InitialisePixelLibrary();
-    // The photos are shared out over the cores already; libvips's own helper threads for each
-    // one would only add their upkeep.
-    const int helpers = vips_concurrency_get();
+    helpers = vips_concurrency_get();
     vips_concurrency_set(1);
+}
+
+PhotosSharedOverCores::~PhotosSharedOverCores()
+{
+    vips_concurrency_set(helpers);
+}
+
+QList<Result> MakeThumbnails(const QList<ThumbnailJob> &jobs, ThumbnailSource source)
+{
+    const PhotosSharedOverCores shared;
     QList<Result> results(jobs.size());
     Result *const result = results.data();
     RunInParallel(jobs.size(), [&](qsizetype index) {
         result[index] = MakeThumbnail(jobs[index].photoPath, jobs[index].thumbnailPath, source);
     });
-    vips_concurrency_set(helpers);
     return results;
 }

@@ -19,6 +19,20 @@ enum class ThumbnailSource { Photo, EmbeddedPreviewFirst };
 Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath,
                      ThumbnailSource source = ThumbnailSource::Photo);
 
+// While it lives, libvips works on each picture in the calling thread alone: for callers that
+// already share their photos out over the cores, where libvips's own helper threads would only
+// crowd them.
+class PhotosSharedOverCores {
+public:
+    PhotosSharedOverCores();
+    ~PhotosSharedOverCores();
+    PhotosSharedOverCores(const PhotosSharedOverCores &) = delete;
+    PhotosSharedOverCores &operator=(const PhotosSharedOverCores &) = delete;
+
+private:
+    int helpers;
+};
+
 struct ThumbnailJob {
     QString photoPath;
     QString thumbnailPath;

@@ -31,7 +31,7 @@ namespace {
 // memory stays flat, that Cancel answers quickly and that an interrupted run loses little.
 int BatchSize()
 {
-    return std::max(2, QThread::idealThreadCount() * 2);
+    return std::max(16, QThread::idealThreadCount() * 16);
 }
 
 QString DropFolder(const QString &album)
@@ -167,6 +167,7 @@ void OrvAlbumImporter::ProcessBatch(std::vector<Job> &batch) const
     const QString photos = GetPhotoFilesPath(document->Path());
     const QString thumbnails = AlbumFormat::ThumbnailFolder(document->Path());
     const ThumbnailSource source = fastThumbnails ? ThumbnailSource::EmbeddedPreviewFirst : ThumbnailSource::Photo;
+    const PhotosSharedOverCores shared;
     RunInParallel(static_cast<qsizetype>(batch.size()), [&](qsizetype i) {
         Job &job = batch[static_cast<std::size_t>(i)];
         const QString destination = photos + u'/' + job.name;
