@@ -76,7 +76,6 @@ void CliAlbumPhotosTest::verbs_data()
     QTest::newRow("keywords copied and added") << Steps{{"album", "set", "A", "p1.jpg", "keywords", "sea;boat;"}, {"album", "set", "A", "p2.jpg", "keywords", "Boat;"},
                                                        {"album", "keywords-copy", "A", "p1.jpg"}, {"album", "keywords-paste", "A", "p2.jpg", "p3.jpg"}}
                                                << "" << "Keywords" << QStringList{"sea;boat;", "Boat;sea;", "sea;boat;"};
-    QTest::newRow("delete") << Steps{{"album", "delete", "A", "p2.jpg"}} << "" << "File" << QStringList{"p1.jpg", "p3.jpg"};
     QTest::newRow("rotate right") << Steps{{"album", "rotate", "A", "right", "p1.jpg"}} << "" << "Width" << QStringList{"968", "800", "640"};
     QTest::newRow("import prints the new names") << Steps{{"album", "import", "A", "source-A/p1.jpg"}} << "p1(1).jpg\n" << "File" << QStringList{"p1.jpg", "p2.jpg", "p3.jpg", "p1(1).jpg"};
 }

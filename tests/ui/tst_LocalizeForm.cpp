@@ -84,7 +84,6 @@ void LocalizeFormTest::controls_data()
     QTest::newRow("English when the language lacks it") << "fallback" << QByteArray("text") << "From English" << tip << true;
     QTest::newRow("unknown key shows the key") << "unknown" << QByteArray("text") << "Unknown" << tip << true;
     QTest::newRow("check box: its tip untouched") << "check" << QByteArray("text") << title << "@Tip" << true;
-    QTest::newRow("radio button") << "radio" << QByteArray("text") << title << "@Tip" << true;
     QTest::newRow("group box") << "group" << QByteArray("title") << title << "@Tip" << true;
     QTest::newRow("push button") << "push" << QByteArray("text") << title << tip << true;
     QTest::newRow("tool button") << "tool" << QByteArray("text") << title << tip << true;
