@@ -123,6 +123,16 @@ bool GpsStore::RemoveTrack(int track, Prompter *prompter)
     return true;
 }
 
+QList<int> GpsStore::TracksNamed(const QString &name) const
+{
+    QList<int> found;
+    for (int track = 0; track < GetTrackCount(); ++track) {
+        if (index.GetItemProperty(GpsKey::Name, track + 1) == name)
+            found << track;
+    }
+    return found;
+}
+
 Waypoint GpsStore::WaypointAt(int waypoint) const
 {
     const int item = waypoint + 1;
@@ -155,4 +165,14 @@ bool GpsStore::RemoveWaypoint(int waypoint, Prompter *prompter)
     waypoints.RemoveItem(waypoint + 1);
     modified = true;
     return true;
+}
+
+QList<int> GpsStore::WaypointsNamed(const QString &name) const
+{
+    QList<int> found;
+    for (int waypoint = 0; waypoint < WaypointCount(); ++waypoint) {
+        if (waypoints.GetItemProperty(GpsKey::Name, waypoint + 1) == name)
+            found << waypoint;
+    }
+    return found;
 }

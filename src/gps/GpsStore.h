@@ -4,6 +4,7 @@
 #include "GpsRecords.h"
 #include "Result.h"
 
+#include <QList>
 #include <QString>
 
 class Prompter;
@@ -37,6 +38,8 @@ public:
     // Removes the track from the list and deletes its point file, after asking MessageDeleteTrack
     // when a prompter is given; false when the user declined.
     bool RemoveTrack(int track, Prompter *prompter);
+    // The tracks of that name, in list order: names need not be unique.
+    QList<int> TracksNamed(const QString &name) const;
 
     int WaypointCount() const { return waypoints.ItemCount(); }
     Waypoint WaypointAt(int waypoint) const;
@@ -44,6 +47,8 @@ public:
     void ModifyWaypoint(int waypoint, const Waypoint &values);
     // After asking MessageDeleteWaypoint when a prompter is given; false when the user declined.
     bool RemoveWaypoint(int waypoint, Prompter *prompter);
+    // The waypoints of that name, in list order.
+    QList<int> WaypointsNamed(const QString &name) const;
 
 private:
     DataList index;

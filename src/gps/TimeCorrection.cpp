@@ -53,6 +53,11 @@ QList<TimeDifferenceEntry> TimeDifferenceEntries()
     return entries;
 }
 
+bool IsTimeDifference(double hours)
+{
+    return std::abs(hours) <= LargestDifference && std::fmod(hours * 2, 1.0) == 0;
+}
+
 int ApplyTimeDifference(AlbumDocument &album, const QList<int> &photos, double hours)
 {
     // Whole hours first, then the rest as minutes: the same split as a time zone's offset.

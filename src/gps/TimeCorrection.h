@@ -15,6 +15,8 @@ struct TimeDifferenceEntry {
     double hours = 0;
 };
 QList<TimeDifferenceEntry> TimeDifferenceEntries();
+// True for a difference the list offers: whole or half hours from -25 to +25.
+bool IsTimeDifference(double hours);
 
 // Adds the whole hours of the difference (truncated toward zero), then the rest as minutes, to
 // each photo's capture time. Returns the number of photos changed.

@@ -10,6 +10,26 @@ QString InfoExchangePath()
     return GetUserDataFolder() + QStringLiteral("/InfoExchange.plist");
 }
 
+QString KeywordsExchangePath()
+{
+    return GetUserDataFolder() + QStringLiteral("/KeywordsExchange.plist");
+}
+
+bool WriteKeywordsExchange(const QString &keywords, QString *error)
+{
+    DataList exchange;
+    exchange.SetDocumentProperty(PhotoRecord::Keywords, keywords);
+    return exchange.Save(KeywordsExchangePath(), error);
+}
+
+std::optional<QString> ReadKeywordsExchange()
+{
+    DataList exchange;
+    if (!exchange.Load(KeywordsExchangePath()))
+        return std::nullopt;
+    return exchange.GetDocumentProperty(PhotoRecord::Keywords);
+}
+
 const QStringList &ExchangedKeys()
 {
     using namespace PhotoRecord;

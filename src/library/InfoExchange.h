@@ -2,6 +2,7 @@
 
 #include <QMap>
 #include <QString>
+#include <optional>
 #include <vector>
 
 class AlbumDocument;
@@ -18,3 +19,10 @@ const QStringList &ExchangedKeys();
 bool WriteInfoExchange(const QString &path, const AlbumDocument &document, const QList<int> &indices);
 // Empty when the list is missing or unreadable.
 std::vector<ExchangedPhoto> ReadInfoExchange(const QString &path);
+
+// Copied keywords wait in a list of their own in the user-data folder, so that a paste in a later
+// run of the program finds them.
+QString KeywordsExchangePath();
+bool WriteKeywordsExchange(const QString &keywords, QString *error);
+// Nothing when no keywords were copied.
+std::optional<QString> ReadKeywordsExchange();
