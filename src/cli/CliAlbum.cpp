@@ -1,4 +1,5 @@
 #include "CliAlbumVerbs.h"
+#include "CliGroups.h"
 #include "CliOutput.h"
 
 #include "AlbumFormat.h"
@@ -11,32 +12,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-const QString AlbumUsage = QStringLiteral(
-    "orvana-cli album create FOLDER\n"
-    "       orvana-cli album info ALBUM [--json]\n"
-    "       orvana-cli album list ALBUM [--json]\n"
-    "       orvana-cli album arrange ALBUM time|file [--desc]\n"
-    "       orvana-cli album find-date ALBUM DATE        DATE: yyyy-mm-dd or \"yyyy-mm-dd hh\"\n"
-    "       orvana-cli album set ALBUM FILE KEY VALUE    KEY: note, keywords, date, lat, lon, ele, star\n"
-    "       orvana-cli album star ALBUM [--off] FILE...\n"
-    "       orvana-cli album import ALBUM PATH...          prints each new photo's name\n"
-    "       orvana-cli album check ALBUM [--remove-missing]\n"
-    "       orvana-cli album search ALBUM TEXT\n"
-    "       orvana-cli album set-note ALBUM TEXT FILE...\n"
-    "       orvana-cli album delete ALBUM FILE...          photo files go to the trash\n"
-    "       orvana-cli album copy|cut ALBUM FILE...\n"
-    "       orvana-cli album paste ALBUM\n"
-    "       orvana-cli album keywords-copy ALBUM FILE\n"
-    "       orvana-cli album keywords-paste ALBUM FILE...  adds the copied keywords\n"
-    "       orvana-cli album rotate ALBUM left|right FILE...\n"
-    "       orvana-cli album edit ALBUM bw|sepia|enhance FILE...\n"
-    "       orvana-cli album adjust ALBUM CONTRAST RED GREEN BLUE FILE...   slider positions\n"
-    "       orvana-cli album crop ALBUM LEFT TOP RIGHT BOTTOM FILE\n"
-    "       orvana-cli album write-metadata ALBUM [FILE...]");
-
 namespace {
-
-const QString &Usage = AlbumUsage;
 
 using Arguments = CliArguments;
 
@@ -48,7 +24,7 @@ void PrintJson(const QJsonDocument &json)
 int Create(const Arguments &args)
 {
     if (args.positional.size() != 1)
-        return UsageError(QStringLiteral("album create takes FOLDER"), Usage);
+        return args.UsageError(QStringLiteral("album create takes FOLDER"));
     const QString folder = QDir::cleanPath(QDir::current().absoluteFilePath(args.positional[0]));
     if (QFileInfo::exists(AlbumFormat::StudioPlistPath(folder)))
         return Fail(Message("MessageAlreadyBeAlbum", "OrvDocument") + QStringLiteral(" (") + folder + u')');
@@ -108,7 +84,7 @@ int Arrange(const Arguments &args, AlbumDocument &album)
 {
     const QString by = args.positional.value(1);
     if (args.positional.size() != 2 || (by != QLatin1String("time") && by != QLatin1String("file")))
-        return UsageError(QStringLiteral("album arrange takes ALBUM and time or file"), Usage);
+        return args.UsageError(QStringLiteral("album arrange takes ALBUM and time or file"));
     album.ArrangePhotos(by == QLatin1String("time") ? PhotoRecord::CaptureDate : PhotoRecord::File, !args.Has("--desc"), false, nullptr);
     return SaveAndFinish(album);
 }
@@ -119,7 +95,7 @@ int FindDate(const Arguments &args, AlbumDocument &album)
     const bool hour = text.size() == 13;
     const QDateTime date = QDateTime::fromString(text, hour ? QStringLiteral("yyyy-MM-dd HH") : QStringLiteral("yyyy-MM-dd"));
     if (args.positional.size() != 2 || !date.isValid())
-        return UsageError(QStringLiteral("album find-date takes ALBUM and a date yyyy-mm-dd or \"yyyy-mm-dd hh\""), Usage);
+        return args.UsageError(QStringLiteral("album find-date takes ALBUM and a date yyyy-mm-dd or \"yyyy-mm-dd hh\""));
     album.FindItemsWithDate(date, hour ? QStringLiteral("yyyy-mm-dd hh") : QStringLiteral("yyyy-mm-dd"));
     for (const int index : album.SelectedIndices())
         PrintOut(album.Record(PhotoRecord::File, index));
@@ -129,7 +105,7 @@ int FindDate(const Arguments &args, AlbumDocument &album)
 int Set(const Arguments &args, AlbumDocument &album)
 {
     if (args.positional.size() != 4)
-        return UsageError(QStringLiteral("album set takes ALBUM, FILE, KEY and VALUE"), Usage);
+        return args.UsageError(QStringLiteral("album set takes ALBUM, FILE, KEY and VALUE"));
     const auto records = RecordsNamed(album, {args.positional[1]});
     if (!records)
         return ExitFailed;
@@ -141,7 +117,7 @@ int Set(const Arguments &args, AlbumDocument &album)
 int Star(const Arguments &args, AlbumDocument &album)
 {
     if (args.positional.size() < 2)
-        return UsageError(QStringLiteral("album star takes ALBUM and at least one FILE"), Usage);
+        return args.UsageError(QStringLiteral("album star takes ALBUM and at least one FILE"));
     const auto records = RecordsNamed(album, args.positional.mid(1));
     if (!records)
         return ExitFailed;
@@ -151,39 +127,51 @@ int Star(const Arguments &args, AlbumDocument &album)
     return SaveAndFinish(album);
 }
 
-struct AlbumVerb {
-    const char *name;
-    int (*run)(const Arguments &, AlbumDocument &);
-};
-
-constexpr AlbumVerb Verbs[] = {
-    {"info", Info}, {"list", List}, {"arrange", Arrange}, {"find-date", FindDate}, {"set", Set}, {"star", Star},
-    {"import", AlbumImport}, {"check", AlbumCheck}, {"search", AlbumSearch}, {"set-note", AlbumSetNote},
-    {"delete", AlbumDelete}, {"copy", AlbumCopy}, {"cut", AlbumCut}, {"paste", AlbumPaste},
-    {"keywords-copy", AlbumKeywordsCopy}, {"keywords-paste", AlbumKeywordsPaste}, {"rotate", AlbumRotate},
-    {"edit", AlbumEdit}, {"adjust", AlbumAdjust}, {"crop", AlbumCrop}, {"write-metadata", AlbumWriteMetadata},
-};
+// The verbs that work on an open album: ALBUM comes first, and is opened as a window would.
+template <int (*Verb)(const Arguments &, AlbumDocument &)>
+int OnAlbum(const Arguments &args)
+{
+    if (args.positional.isEmpty())
+        return args.UsageError(QStringLiteral("album %1 needs ALBUM").arg(args.Verb()));
+    const auto album = OpenAlbumForCli(args.positional[0]);
+    return album ? Verb(args, *album) : ExitFailed;
+}
 
 } // namespace
 
-int RunAlbum(const QStringList &arguments)
+const CliGroup &AlbumCommands()
 {
-    if (WantsHelp(arguments)) {
-        PrintOut(QStringLiteral("usage: ") + Usage);
-        return ExitDone;
-    }
-    UseUserSettings();
-    const QString verb = arguments.value(0);
-    const Arguments args = SplitArguments(arguments.mid(1));
-    if (verb == QLatin1String("create"))
-        return Create(args);
-    for (const AlbumVerb &candidate : Verbs) {
-        if (verb != QLatin1String(candidate.name))
-            continue;
-        if (args.positional.isEmpty())
-            return UsageError(QStringLiteral("album %1 needs ALBUM").arg(verb), Usage);
-        const auto album = OpenAlbumForCli(args.positional[0]);
-        return album ? candidate.run(args, *album) : ExitFailed;
-    }
-    return UsageError(verb.isEmpty() ? QStringLiteral("album needs a verb") : QStringLiteral("unknown verb \"%1\"").arg(verb), Usage);
+    static const CliGroup group{
+        "album",
+        "photo albums: create, info, list, arrange, ...",
+        {
+            {"create", "FOLDER", "prepares a folder and makes its blank package", {}, Create},
+            {"info", "ALBUM", "title, identification, description, counts, bytes", {JsonOption}, OnAlbum<Info>},
+            {"list", "ALBUM", "the records in album order; with --json each as an object", {JsonOption}, OnAlbum<List>},
+            {"arrange", "ALBUM time|file", "arranges the photos by capture time or file name",
+             {{"--desc", nullptr, "newest or last name first"}}, OnAlbum<Arrange>},
+            {"find-date", "ALBUM DATE", "prints the photos taken that day, DATE yyyy-mm-dd, or that hour, \"yyyy-mm-dd hh\"", {}, OnAlbum<FindDate>},
+            {"set", "ALBUM FILE KEY VALUE", "one record value; KEY: note, keywords, date, lat, lon, ele, star", {}, OnAlbum<Set>},
+            {"star", "ALBUM FILE...", "stars photos", {{"--off", nullptr, "takes the star away"}}, OnAlbum<Star>},
+            {"import", "ALBUM PATH...", "files and folders; prints each new photo's name", {}, OnAlbum<AlbumImport>},
+            {"check", "ALBUM", "takes in outside changes: re-reads, imports, reports missing photos",
+             {{"--remove-missing", nullptr, "removes the records of missing photos"}}, OnAlbum<AlbumCheck>},
+            {"search", "ALBUM TEXT", "prints the photos found", {}, OnAlbum<AlbumSearch>},
+            {"set-note", "ALBUM TEXT FILE...", "one note for many photos", {}, OnAlbum<AlbumSetNote>},
+            {"delete", "ALBUM FILE...", "records go, photo files go to the trash", {}, OnAlbum<AlbumDelete>},
+            {"copy", "ALBUM FILE...", "to the exchange list", {}, OnAlbum<AlbumCopy>},
+            {"cut", "ALBUM FILE...", "to the exchange list, to leave the album when pasted", {}, OnAlbum<AlbumCut>},
+            {"paste", "ALBUM", "from the exchange list; prints the new names", {}, OnAlbum<AlbumPaste>},
+            {"keywords-copy", "ALBUM FILE", "remembers one photo's keywords", {}, OnAlbum<AlbumKeywordsCopy>},
+            {"keywords-paste", "ALBUM FILE...", "adds the copied keywords", {}, OnAlbum<AlbumKeywordsPaste>},
+            {"rotate", "ALBUM left|right FILE...", "turns photos a quarter", {}, OnAlbum<AlbumRotate>},
+            {"edit", "ALBUM bw|sepia|enhance FILE...", "one effect on photos", {}, OnAlbum<AlbumEdit>},
+            {"adjust", "ALBUM CONTRAST RED GREEN BLUE FILE...", "the adjust window's slider positions", {}, OnAlbum<AlbumAdjust>},
+            {"crop", "ALBUM LEFT TOP RIGHT BOTTOM FILE", "RIGHT and BOTTOM are the first column and row left out", {}, OnAlbum<AlbumCrop>},
+            {"write-metadata", "ALBUM [FILE...]", "captions, keywords and positions into the files; no FILE: every photo", {}, OnAlbum<AlbumWriteMetadata>},
+        },
+        "",
+        UseUserSettings,
+    };
+    return group;
 }

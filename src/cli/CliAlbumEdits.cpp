@@ -41,7 +41,7 @@ int AlbumRotate(const CliArguments &args, AlbumDocument &album)
 {
     const QString way = args.positional.value(1);
     if (args.positional.size() < 3 || (way != QLatin1String("left") && way != QLatin1String("right")))
-        return UsageError(QStringLiteral("album rotate takes ALBUM, left or right, and FILE..."), AlbumUsage);
+        return args.UsageError(QStringLiteral("album rotate takes ALBUM, left or right, and FILE..."));
     const auto records = RecordsNamed(album, args.positional.mid(2));
     if (!records)
         return ExitFailed;
@@ -55,7 +55,7 @@ int AlbumEdit(const CliArguments &args, AlbumDocument &album)
     const QString name = args.positional.value(1);
     const auto effect = std::find_if(std::begin(Effects), std::end(Effects), [&](const NamedEffect &e) { return name == QLatin1String(e.name); });
     if (args.positional.size() < 3 || effect == std::end(Effects))
-        return UsageError(QStringLiteral("album edit takes ALBUM, bw, sepia or enhance, and FILE..."), AlbumUsage);
+        return args.UsageError(QStringLiteral("album edit takes ALBUM, bw, sepia or enhance, and FILE..."));
     const auto records = RecordsNamed(album, args.positional.mid(2));
     if (!records)
         return ExitFailed;
@@ -67,7 +67,7 @@ int AlbumAdjust(const CliArguments &args, AlbumDocument &album)
 {
     const auto sliders = Numbers(args.positional.mid(1, 4));
     if (args.positional.size() < 6 || !sliders)
-        return UsageError(QStringLiteral("album adjust takes ALBUM, CONTRAST, RED, GREEN, BLUE and FILE..."), AlbumUsage);
+        return args.UsageError(QStringLiteral("album adjust takes ALBUM, CONTRAST, RED, GREEN, BLUE and FILE..."));
     const auto records = RecordsNamed(album, args.positional.mid(5));
     if (!records)
         return ExitFailed;
@@ -80,7 +80,7 @@ int AlbumCrop(const CliArguments &args, AlbumDocument &album)
 {
     const auto edges = Numbers(args.positional.mid(1, 4));
     if (args.positional.size() != 6 || !edges)
-        return UsageError(QStringLiteral("album crop takes ALBUM, LEFT, TOP, RIGHT, BOTTOM and FILE"), AlbumUsage);
+        return args.UsageError(QStringLiteral("album crop takes ALBUM, LEFT, TOP, RIGHT, BOTTOM and FILE"));
     const auto records = RecordsNamed(album, {args.positional[5]});
     if (!records)
         return ExitFailed;

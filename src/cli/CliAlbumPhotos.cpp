@@ -3,9 +3,8 @@
 #include "CliOutput.h"
 
 #include "AlbumOpening.h"
-#include "DataList.h"
+#include "InfoExchange.h"
 #include "OrvAlbumImporter.h"
-#include "Paths.h"
 #include "PhotoRecord.h"
 #include "PhotoTransfer.h"
 #include "Startup.h"
@@ -13,12 +12,6 @@
 #include <QDir>
 
 namespace {
-
-// Between two runs of orvana-cli the copied keywords wait in the user-data folder.
-QString KeywordsExchangePath()
-{
-    return GetUserDataFolder() + QStringLiteral("/KeywordsExchange.plist");
-}
 
 // The exchange lists live in the user-data folder, made as the windows make it on a first run.
 void EnsureUserData()
@@ -35,7 +28,7 @@ int PrintFiles(const AlbumDocument &album, const QList<int> &indices)
 
 int Needs(const CliArguments &args, qsizetype count, const QString &what)
 {
-    return args.positional.size() < count ? UsageError(what, AlbumUsage) : ExitDone;
+    return args.positional.size() < count ? args.UsageError(what) : ExitDone;
 }
 
 } // namespace
@@ -133,10 +126,8 @@ int AlbumKeywordsCopy(const CliArguments &args, AlbumDocument &album)
         return ExitFailed;
     album.SetCurrentIndex(records->front());
     EnsureUserData();
-    DataList exchange;
-    exchange.SetDocumentProperty(PhotoRecord::Keywords, album.ActionKeywordsCopy());
     QString error;
-    return exchange.Save(KeywordsExchangePath(), &error) ? ExitDone : Fail(error);
+    return WriteKeywordsExchange(album.ActionKeywordsCopy(), &error) ? ExitDone : Fail(error);
 }
 
 int AlbumKeywordsPaste(const CliArguments &args, AlbumDocument &album)
@@ -146,11 +137,11 @@ int AlbumKeywordsPaste(const CliArguments &args, AlbumDocument &album)
     const auto records = RecordsNamed(album, args.positional.mid(1));
     if (!records)
         return ExitFailed;
-    DataList exchange;
-    if (!exchange.Load(KeywordsExchangePath()))
+    const std::optional<QString> keywords = ReadKeywordsExchange();
+    if (!keywords)
         return Fail(QStringLiteral("no keywords were copied"));
     for (const int index : *records)
         album.SetSelected(index, true);
-    album.ActionKeywordsPaste(exchange.GetDocumentProperty(PhotoRecord::Keywords));
+    album.ActionKeywordsPaste(*keywords);
     return SaveAndFinish(album);
 }

@@ -76,14 +76,6 @@ void CliProgressSink::End()
     line.reset();
 }
 
-CliArguments SplitArguments(const QStringList &arguments)
-{
-    CliArguments split;
-    for (const QString &argument : arguments)
-        (argument.startsWith(QLatin1String("--")) ? split.flags : split.positional) << argument;
-    return split;
-}
-
 QString Message(const char *key, const char *section, const QString &argument)
 {
     QString text = GetLocalizedString(QLatin1String(key), QLatin1String(section));

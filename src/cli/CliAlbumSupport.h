@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AlbumDocument.h"
+#include "CliCommand.h"
 #include "CliProgress.h"
 #include "ProgressSink.h"
 #include "Prompter.h"
@@ -40,14 +41,6 @@ private:
     std::unique_ptr<ProgressLine> line;
     int total = 0;
 };
-
-// The arguments after a verb: positional ones and "--" flags.
-struct CliArguments {
-    QStringList positional;
-    QStringList flags;
-    bool Has(const char *flag) const { return flags.contains(QLatin1String(flag)); }
-};
-CliArguments SplitArguments(const QStringList &arguments);
 
 // Opens an album by the program's opening rules, as a window would. On failure the reason is
 // on stderr and the result is null. Records naming no bare file are reported.

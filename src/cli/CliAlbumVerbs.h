@@ -18,5 +18,3 @@ int AlbumEdit(const CliArguments &args, AlbumDocument &album);
 int AlbumAdjust(const CliArguments &args, AlbumDocument &album);
 int AlbumCrop(const CliArguments &args, AlbumDocument &album);
 int AlbumWriteMetadata(const CliArguments &args, AlbumDocument &album);
-
-extern const QString AlbumUsage;

@@ -1,21 +1,19 @@
 #include "CliAlbumSupport.h"
+#include "CliGroups.h"
 #include "CliOutput.h"
 
 #include "AlbumFormat.h"
 
 #include <QDir>
 
-int RunConvert(const QStringList &arguments)
+namespace {
+
+int Convert(const CliArguments &args)
 {
-    const QString usage = QStringLiteral("orvana-cli convert FOLDER\nTurns a plain folder of photos into an album named FOLDER.album.");
-    if (WantsHelp(arguments)) {
-        PrintOut(QStringLiteral("usage: ") + usage);
-        return ExitDone;
-    }
-    if (arguments.size() != 1)
-        return UsageError(QStringLiteral("convert takes FOLDER"), usage);
+    if (args.positional.size() != 1)
+        return args.UsageError(QStringLiteral("convert takes FOLDER"));
     UseUserSettings();
-    const QString folder = QDir::cleanPath(QDir::current().absoluteFilePath(arguments[0]));
+    const QString folder = QDir::cleanPath(QDir::current().absoluteFilePath(args.positional[0]));
     const ConvertResult converted = ConvertDoc(folder);
     switch (converted.status) {
     case ConvertStatus::Converted:
@@ -36,4 +34,16 @@ int RunConvert(const QStringList &arguments)
         return ExitFailed;
     PrintOut(converted.albumPath);
     return ExitDone;
+}
+
+} // namespace
+
+const CliGroup &ConvertCommand()
+{
+    static const CliGroup group{
+        "convert",
+        "turn a plain folder of photos into an album",
+        {{"", "FOLDER", "Turns a plain folder of photos into an album named FOLDER.album.", {}, Convert}},
+    };
+    return group;
 }

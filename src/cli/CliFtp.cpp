@@ -1,3 +1,4 @@
+#include "CliGroups.h"
 #include "CliOutput.h"
 #include "CliProgress.h"
 
@@ -12,19 +13,6 @@
 #include <unistd.h>
 
 namespace {
-
-const QString Usage = QStringLiteral(
-    "orvana-cli ftp ls ftp://USER@HOST[:PORT]/PATH [--long]\n"
-    "       orvana-cli ftp get ftp://USER@HOST[:PORT]/PATH [LOCAL]\n"
-    "       orvana-cli ftp put ftp://USER@HOST[:PORT]/PATH LOCAL\n"
-    "       orvana-cli ftp mkdir|rmdir|rm ftp://USER@HOST[:PORT]/PATH\n"
-    "       orvana-cli ftp rename ftp://USER@HOST[:PORT]/PATH NEWNAME\n"
-    "Works on an FTP server in passive mode with binary transfers. The password comes from the\n"
-    "variable ORVANA_FTP_PASSWORD, else it is asked for on the terminal; never put it in the\n"
-    "address. ls prints one name a line (folders too), --long the server's own listing. get\n"
-    "without LOCAL saves under the remote name in the current folder; put to a PATH ending in \"/\"\n"
-    "keeps the local name. A NEWNAME without \"/\" stays in the folder of PATH.");
-
 
 struct Target {
     QString host;
@@ -104,14 +92,14 @@ QString NameOf(const QString &path)
 }
 
 // One verb on a logged-in engine; returns the exit code.
-int RunVerb(OrvFTPEngine &engine, const QString &verb, const Target &target, const QStringList &rest)
+int RunVerb(OrvFTPEngine &engine, const QString &verb, const Target &target, const QStringList &rest, bool longListing)
 {
     const QString local = rest.value(0);
     if (verb == QLatin1String("ls")) {
         const QString listing = engine.List(target.path);
         if (!engine.LastError().isEmpty())
             return Fail(Failure(engine));
-        if (rest.contains(QLatin1String("--long"))) {
+        if (longListing) {
             QTextStream(stdout) << listing;
             return ExitDone;
         }
@@ -155,7 +143,7 @@ int RunVerb(OrvFTPEngine &engine, const QString &verb, const Target &target, con
 std::optional<std::pair<int, int>> ArgumentsOf(const QString &verb)
 {
     if (verb == QLatin1String("ls"))
-        return std::pair(0, 1);
+        return std::pair(0, 0);
     if (verb == QLatin1String("get"))
         return std::pair(0, 1);
     if (verb == QLatin1String("put") || verb == QLatin1String("rename"))
@@ -165,29 +153,19 @@ std::optional<std::pair<int, int>> ArgumentsOf(const QString &verb)
     return std::nullopt;
 }
 
-} // namespace
-
-int RunFtp(const QStringList &arguments)
+int Ftp(const CliArguments &args)
 {
-    if (WantsHelp(arguments)) {
-        PrintOut(QStringLiteral("usage: ") + Usage);
-        return ExitDone;
-    }
-    const QString verb = arguments.value(0);
+    const QString verb = args.Verb();
     const std::optional<std::pair<int, int>> counts = ArgumentsOf(verb);
-    if (!counts)
-        return UsageError(verb.isEmpty() ? QStringLiteral("ftp needs a verb") : QStringLiteral("unknown verb \"%1\"").arg(verb), Usage);
-    const QStringList rest = arguments.mid(2);
-    if (arguments.size() < 2 || rest.size() < counts->first || rest.size() > counts->second)
-        return UsageError(QStringLiteral("wrong number of arguments for ftp %1").arg(verb), Usage);
-    if (verb == QLatin1String("ls") && !rest.isEmpty() && rest.first() != QLatin1String("--long"))
-        return UsageError(QStringLiteral("ftp ls takes only --long after the address"), Usage);
+    const QStringList rest = args.positional.mid(1);
+    if (!counts || args.positional.isEmpty() || rest.size() < counts->first || rest.size() > counts->second)
+        return args.UsageError(QStringLiteral("wrong number of arguments for ftp %1").arg(verb));
     QString problem;
-    std::optional<Target> target = ParseTarget(arguments.at(1), problem);
+    std::optional<Target> target = ParseTarget(args.positional.at(0), problem);
     if (!target)
-        return UsageError(problem, Usage);
+        return args.UsageError(problem);
     if (verb != QLatin1String("ls") && (target->path.isEmpty() || target->path == QLatin1String("/")))
-        return UsageError(QStringLiteral("ftp %1 needs a PATH in the address").arg(verb), Usage);
+        return args.UsageError(QStringLiteral("ftp %1 needs a PATH in the address").arg(verb));
     if (target->user.isEmpty())
         target->user = QStringLiteral("anonymous");
 
@@ -197,7 +175,30 @@ int RunFtp(const QStringList &arguments)
     OrvFTPEngine engine;
     if (!engine.ConnectToServer(target->host, target->port, target->user, *password))
         return Fail(Failure(engine));
-    const int status = RunVerb(engine, verb, *target, rest);
+    const int status = RunVerb(engine, verb, *target, rest, args.Has("--long"));
     engine.Disconnect();
     return status;
+}
+
+} // namespace
+
+const CliGroup &FtpCommands()
+{
+    static const char *const Address = "ftp://USER@HOST[:PORT]/PATH";
+    static const CliGroup group{
+        "ftp",
+        "files and folders on an FTP server",
+        {
+            {"ls", Address, "prints one name a line, folders too", {{"--long", nullptr, "the server's own listing instead"}}, Ftp},
+            {"get", "ftp://USER@HOST[:PORT]/PATH [LOCAL]", "without LOCAL saves under the remote name in the current folder", {}, Ftp},
+            {"put", "ftp://USER@HOST[:PORT]/PATH LOCAL", "to a PATH ending in \"/\" keeps the local name", {}, Ftp},
+            {"mkdir", Address, "makes a folder", {}, Ftp},
+            {"rmdir", Address, "removes an empty folder", {}, Ftp},
+            {"rm", Address, "removes a file", {}, Ftp},
+            {"rename", "ftp://USER@HOST[:PORT]/PATH NEWNAME", "a NEWNAME without \"/\" stays in the folder of PATH", {}, Ftp},
+        },
+        "Works on an FTP server in passive mode with binary transfers. The password comes from the\n"
+        "variable ORVANA_FTP_PASSWORD, else it is asked for on the terminal; never put it in the address.",
+    };
+    return group;
 }

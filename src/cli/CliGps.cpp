@@ -2,6 +2,7 @@
 #include "CliAlbumSupport.h"
 #include "CliGpsSupport.h"
 #include "CliGpsVerbs.h"
+#include "CliGroups.h"
 #include "CliOutput.h"
 
 #include "EarthOutput.h"
@@ -17,6 +18,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <algorithm>
 
 namespace {
 
@@ -32,9 +34,9 @@ void PrintJson(const QJsonArray &array)
 
 int Import(const GpsArguments &args)
 {
-    const QString type = args.values.value(QStringLiteral("--type"), TrackFileType(args.positional.value(0)));
+    const QString type = args.Has("--type") ? args.Value("--type") : TrackFileType(args.positional.value(0));
     if (args.positional.size() != 1 || !QStringList{"gpx", "nmea", "ozi"}.contains(type))
-        return UsageError(QStringLiteral("gps import takes FILE and an optional --type gpx, nmea or ozi"), GpsUsage);
+        return args.UsageError(QStringLiteral("gps import takes FILE and an optional --type gpx, nmea or ozi"));
     OpenedStore opened;
     CliProgressSink progress;
     const SourceImport imported = ImportTrackFile(opened.store, Absolute(args.positional[0]), type, &progress);
@@ -72,9 +74,9 @@ QJsonObject TrackJson(const Track &track, double zoneHours)
 int Tracks(const GpsArguments &args)
 {
     if (const QString problem = OffsetProblem(args); !problem.isEmpty())
-        return UsageError(problem, GpsUsage);
+        return args.UsageError(problem);
     if (!args.positional.isEmpty())
-        return UsageError(QStringLiteral("gps tracks takes no arguments"), GpsUsage);
+        return args.UsageError(QStringLiteral("gps tracks takes no arguments"));
     const double zone = ZoneHours(args);
     OpenedStore opened;
     QJsonArray tracks;
@@ -95,7 +97,7 @@ int Tracks(const GpsArguments &args)
 int Waypoints(const GpsArguments &args)
 {
     if (!args.positional.isEmpty())
-        return UsageError(QStringLiteral("gps waypoints takes no arguments"), GpsUsage);
+        return args.UsageError(QStringLiteral("gps waypoints takes no arguments"));
     OpenedStore opened;
     QJsonArray waypoints;
     for (int n = 0; n < opened.store.WaypointCount(); ++n) {
@@ -115,7 +117,7 @@ int Export(const GpsArguments &args)
 {
     const QString what = args.positional.value(0);
     if (args.positional.size() != 2 || (what != QLatin1String("tracks") && what != QLatin1String("waypoints")))
-        return UsageError(QStringLiteral("gps export takes tracks or waypoints and OUT.gpx"), GpsUsage);
+        return args.UsageError(QStringLiteral("gps export takes tracks or waypoints and OUT.gpx"));
     OpenedStore opened;
     const QString out = Absolute(args.positional[1]);
     Result written;
@@ -137,11 +139,12 @@ int Export(const GpsArguments &args)
     return ExitDone;
 }
 
-int AddWaypoint(const QStringList &values)
+int AddWaypoint(const GpsArguments &args)
 {
+    const QStringList &values = args.positional;
     if (values.size() < 3 || values.size() > 5 || !NumberArgument(values[1]) || !NumberArgument(values[2])
         || (values.size() > 3 && !NumberArgument(values[3])))
-        return UsageError(QStringLiteral("gps waypoint add takes NAME, LAT and LON in degrees, and optionally ELE in metres and DESC"), GpsUsage);
+        return args.UsageError(QStringLiteral("gps waypoint add takes NAME, LAT and LON in degrees, and optionally ELE in metres and DESC"));
     OpenedStore opened;
     opened.store.AddNewWaypoint({values[0], values[1].trimmed(), values[2].trimmed(), RoundedElevation(values.value(3)), values.value(4)});
     return SaveStoreAndFinish(opened.store, ExitDone);
@@ -151,10 +154,11 @@ int AddWaypoint(const QStringList &values)
 int RemoveNamed(const QString &name, bool tracks)
 {
     OpenedStore opened;
+    QList<int> named = tracks ? opened.store.TracksNamed(name) : opened.store.WaypointsNamed(name);
     int removed = 0;
-    for (int n = (tracks ? opened.store.GetTrackCount() : opened.store.WaypointCount()) - 1; n >= 0; --n) {
-        const QString entry = tracks ? opened.store.TrackAt(n).name : opened.store.WaypointAt(n).name;
-        if (entry == name && (tracks ? opened.store.RemoveTrack(n, &opened.prompter) : opened.store.RemoveWaypoint(n, &opened.prompter)))
+    std::reverse(named.begin(), named.end());
+    for (const int n : named) {
+        if (tracks ? opened.store.RemoveTrack(n, &opened.prompter) : opened.store.RemoveWaypoint(n, &opened.prompter))
             ++removed;
     }
     if (removed == 0)
@@ -162,28 +166,25 @@ int RemoveNamed(const QString &name, bool tracks)
     return SaveStoreAndFinish(opened.store, ExitDone);
 }
 
-int WaypointVerb(const GpsArguments &args)
+int RemoveWaypoint(const GpsArguments &args)
 {
-    const QString action = args.positional.value(0);
-    if (action == QLatin1String("add"))
-        return AddWaypoint(args.positional.mid(1));
-    if (action == QLatin1String("remove") && args.positional.size() == 2)
-        return RemoveNamed(args.positional[1], false);
-    return UsageError(QStringLiteral("gps waypoint takes add NAME LAT LON [ELE [DESC]] or remove NAME"), GpsUsage);
+    if (args.positional.size() != 1)
+        return args.UsageError(QStringLiteral("gps waypoint remove takes NAME"));
+    return RemoveNamed(args.positional[0], false);
 }
 
-int TrackVerb(const GpsArguments &args)
+int RemoveTrack(const GpsArguments &args)
 {
-    if (args.positional.size() != 2 || args.positional[0] != QLatin1String("remove"))
-        return UsageError(QStringLiteral("gps track takes remove NAME"), GpsUsage);
-    return RemoveNamed(args.positional[1], true);
+    if (args.positional.size() != 1)
+        return args.UsageError(QStringLiteral("gps track remove takes NAME"));
+    return RemoveNamed(args.positional[0], true);
 }
 
 // The GPS log documents, opened in the viewer when asked.
 int LogDocument(const GpsArguments &args, bool tracks)
 {
     if (!args.positional.isEmpty())
-        return UsageError(QStringLiteral("gps kml-tracks and kml-waypoints take no arguments"), GpsUsage);
+        return args.UsageError(QStringLiteral("gps kml-tracks and kml-waypoints take no arguments"));
     OpenedStore opened;
     QList<int> all;
     for (int track = 0; track < opened.store.GetTrackCount(); ++track)
@@ -204,40 +205,36 @@ int WaypointsForEarth(const GpsArguments &args)
     return LogDocument(args, false);
 }
 
-struct GpsVerb {
-    const char *name;
-    int (*run)(const GpsArguments &);
-};
+const CliOption Show{"--show", nullptr, "opens the written file in [GPS] EarthAppPath, or in the desktop's KML viewer"};
 
-constexpr GpsVerb Verbs[] = {
-    {"import", Import},         {"tracks", Tracks}, {"waypoints", Waypoints},          {"export", Export},
-    {"waypoint", WaypointVerb}, {"track", TrackVerb}, {"kml-tracks", TracksForEarth}, {"kml-waypoints", WaypointsForEarth},
-};
-
-const QStringList Switches = {QStringLiteral("--json"), QStringLiteral("--tracks"), QStringLiteral("--back"), QStringLiteral("--show")};
-const QStringList ValueOptions = {QStringLiteral("--type"), QStringLiteral("--offset"), QStringLiteral("--days"),
-                                  QStringLiteral("--hours"), QStringLiteral("--mins"), QStringLiteral("--secs")};
+std::vector<CliVerb> Verbs()
+{
+    std::vector<CliVerb> verbs{
+        {"import", "FILE", "reads a track file into the GPS log", {{"--type", "gpx|nmea|ozi", "the file's format when its extension does not tell"}}, Import},
+        {"tracks", "", "the tracks of the GPS log: name, begin, end, points, distance", {JsonOption, OffsetOption}, Tracks},
+        {"waypoints", "", "the waypoints: name, latitude, longitude, elevation, description", {JsonOption}, Waypoints},
+        {"export", "tracks|waypoints OUT.gpx", "the GPS log's tracks or waypoints as GPX", {}, Export},
+        {"waypoint add", "NAME LAT LON [ELE [DESC]]", "a waypoint; LAT and LON in degrees, ELE in metres", {}, AddWaypoint},
+        {"waypoint remove", "NAME", "every waypoint of that name", {}, RemoveWaypoint},
+        {"track remove", "NAME", "every track of that name, with its points", {}, RemoveTrack},
+        {"kml-tracks", "", "the GPS log's tracks as KML", {Show}, TracksForEarth},
+        {"kml-waypoints", "", "the GPS log's waypoints as KML", {Show}, WaypointsForEarth},
+    };
+    for (CliVerb &verb : GpsAlbumVerbs())
+        verbs.push_back(std::move(verb));
+    return verbs;
+}
 
 } // namespace
 
-int RunGps(const QStringList &arguments)
+const CliGroup &GpsCommands()
 {
-    if (WantsHelp(arguments)) {
-        PrintOut(QStringLiteral("usage: ") + GpsUsage);
-        return ExitDone;
-    }
-    UseUserSettings();
-    const QString verb = arguments.value(0);
-    const auto parsed = [&arguments] { return ParseGpsArguments(arguments.mid(1), Switches, ValueOptions); };
-    for (const GpsVerb &candidate : Verbs) {
-        if (verb != QLatin1String(candidate.name))
-            continue;
-        const std::optional<GpsArguments> args = parsed();
-        return args ? candidate.run(*args) : ExitUsage;
-    }
-    if (const GpsAlbumVerb *albumVerb = FindGpsAlbumVerb(verb)) {
-        const std::optional<GpsArguments> args = parsed();
-        return args ? RunGpsAlbumVerb(*albumVerb, *args) : ExitUsage;
-    }
-    return UsageError(verb.isEmpty() ? QStringLiteral("gps needs a verb") : QStringLiteral("unknown verb \"%1\"").arg(verb), GpsUsage);
+    static const CliGroup group{
+        "gps",
+        "GPS tracks and waypoints, geotagging, time shifts, KML",
+        Verbs(),
+        "Without --offset, times are converted with the zone saved in [GPS], else the computer's own.",
+        UseUserSettings,
+    };
+    return group;
 }

@@ -9,7 +9,6 @@
 #include "TimeCorrection.h"
 
 #include <QDir>
-#include <cmath>
 
 namespace {
 
@@ -30,7 +29,6 @@ std::optional<Photos> PhotosOf(const AlbumDocument &album, const QStringList &na
         all.indices << index;
     return all;
 }
-
 
 // A verb's arguments are checked before its album is opened: bad usage is told as such.
 using UsageCheck = QString (*)(const GpsArguments &);
@@ -59,11 +57,8 @@ int MatchWaypoint(const GpsArguments &args, AlbumDocument &album)
     if (!photos)
         return ExitFailed;
     OpenedStore opened;
-    std::optional<Waypoint> waypoint;
-    for (int n = 0; n < opened.store.WaypointCount() && !waypoint; ++n) {
-        if (opened.store.WaypointAt(n).name == args.positional[1])
-            waypoint = opened.store.WaypointAt(n);
-    }
+    const QList<int> named = opened.store.WaypointsNamed(args.positional[1]);
+    const std::optional<Waypoint> waypoint = named.isEmpty() ? std::nullopt : std::optional(opened.store.WaypointAt(named.front()));
     if (!MatchSelectedPhotosWithSelectedWaypoint(album, photos->indices, waypoint, opened.prompter))
         return FinishWithMessages(opened.prompter, false);
     return SaveAndFinish(album);
@@ -72,7 +67,7 @@ int MatchWaypoint(const GpsArguments &args, AlbumDocument &album)
 QString ShiftProblem(const GpsArguments &args)
 {
     const std::optional<double> hours = NumberArgument(args.positional.value(1));
-    if (args.positional.size() < 3 || !hours || std::abs(*hours) > 25 || std::fmod(*hours * 2, 1.0) != 0)
+    if (args.positional.size() < 3 || !hours || !IsTimeDifference(*hours))
         return QStringLiteral("gps shift takes ALBUM, HOURS (whole or half, -25 to 25) and at least one FILE");
     return {};
 }
@@ -91,7 +86,7 @@ constexpr const char *CorrectorOptions[] = {"--days", "--hours", "--mins", "--se
 QString CorrectProblem(const GpsArguments &args)
 {
     for (const char *option : CorrectorOptions) {
-        if (args.values.contains(QLatin1String(option)) && !NumberArgument(args.Value(option)))
+        if (args.Has(option) && !NumberArgument(args.Value(option)))
             return QStringLiteral("%1 takes a number").arg(QLatin1String(option));
     }
     return args.positional.size() < 2 ? QStringLiteral("gps correct takes ALBUM and at least one FILE") : QString();
@@ -162,42 +157,37 @@ QString NoProblem(const GpsArguments &)
     return {};
 }
 
-} // namespace
-
-// The verbs that open an album: their arguments are checked first, then the album is opened.
-struct GpsAlbumVerb {
-    const char *name;
-    UsageCheck check;
-    int (*run)(const GpsArguments &, AlbumDocument &);
-};
-
-namespace {
-
-constexpr GpsAlbumVerb AlbumVerbs[] = {
-    {"match", NoProblem, Match},     {"match-waypoint", MatchWaypointProblem, MatchWaypoint},
-    {"shift", ShiftProblem, Shift},  {"correct", CorrectProblem, Correct},
-    {"kml", KmlProblem, Kml},        {"kmz", KmzProblem, Kmz},
-};
-
-} // namespace
-
-const GpsAlbumVerb *FindGpsAlbumVerb(const QString &name)
-{
-    for (const GpsAlbumVerb &verb : AlbumVerbs) {
-        if (name == QLatin1String(verb.name))
-            return &verb;
-    }
-    return nullptr;
-}
-
-int RunGpsAlbumVerb(const GpsAlbumVerb &verb, const GpsArguments &args)
+template <UsageCheck Check, int (*Verb)(const GpsArguments &, AlbumDocument &)>
+int OnAlbum(const GpsArguments &args)
 {
     if (args.positional.isEmpty())
-        return UsageError(QStringLiteral("gps %1 needs ALBUM").arg(QLatin1String(verb.name)), GpsUsage);
-    for (const QString &problem : {OffsetProblem(args), verb.check(args)}) {
+        return args.UsageError(QStringLiteral("gps %1 needs ALBUM").arg(args.Verb()));
+    for (const QString &problem : {OffsetProblem(args), Check(args)}) {
         if (!problem.isEmpty())
-            return UsageError(problem, GpsUsage);
+            return args.UsageError(problem);
     }
     const auto album = OpenAlbumForCli(args.positional[0]);
-    return album ? verb.run(args, *album) : ExitFailed;
+    return album ? Verb(args, *album) : ExitFailed;
+}
+
+const CliOption Tracks{"--tracks", nullptr, "the tracks that cover the photos too"};
+
+} // namespace
+
+std::vector<CliVerb> GpsAlbumVerbs()
+{
+    return {
+        {"match", "ALBUM [FILE...]", "places photos by the tracks' points at their capture times; no FILE: every photo", {OffsetOption},
+         OnAlbum<NoProblem, Match>},
+        {"match-waypoint", "ALBUM WAYPOINT FILE...", "places photos at a waypoint", {}, OnAlbum<MatchWaypointProblem, MatchWaypoint>},
+        {"shift", "ALBUM HOURS FILE...", "shifts capture times by whole or half hours, -25 to 25", {}, OnAlbum<ShiftProblem, Shift>},
+        {"correct", "ALBUM FILE...", "corrects capture times by the sum of the parts given",
+         {{"--days", "D", "days"}, {"--hours", "H", "hours"}, {"--mins", "M", "minutes"}, {"--secs", "S", "seconds"},
+          {"--back", nullptr, "takes the time back instead"}},
+         OnAlbum<CorrectProblem, Correct>},
+        {"kml", "ALBUM [OUT.kml] [FILE...]", "the photos with a position as KML; no FILE: every photo",
+         {Tracks, OffsetOption, {"--show", nullptr, "writes the viewer's own file and opens it in [GPS] EarthAppPath, or the desktop's KML viewer"}},
+         OnAlbum<KmlProblem, Kml>},
+        {"kmz", "ALBUM OUT.kmz [FILE...]", "the photos with a position, their thumbnails and photos as KMZ", {Tracks, OffsetOption}, OnAlbum<KmzProblem, Kmz>},
+    };
 }

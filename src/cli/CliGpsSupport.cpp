@@ -6,43 +6,9 @@
 #include "TimeZones.h"
 
 #include <QTextStream>
+#include <cmath>
 
-const QString GpsUsage = QStringLiteral(
-    "orvana-cli gps import FILE [--type gpx|nmea|ozi]\n"
-    "       orvana-cli gps tracks [--json] | gps waypoints [--json]\n"
-    "       orvana-cli gps export tracks|waypoints OUT.gpx\n"
-    "       orvana-cli gps waypoint add NAME LAT LON [ELE [DESC]] | gps waypoint remove NAME\n"
-    "       orvana-cli gps track remove NAME\n"
-    "       orvana-cli gps match ALBUM [--offset HOURS] [FILE...]      no FILE: every photo\n"
-    "       orvana-cli gps match-waypoint ALBUM WAYPOINT FILE...\n"
-    "       orvana-cli gps shift ALBUM HOURS FILE...                     whole or half hours, -25 to 25\n"
-    "       orvana-cli gps correct ALBUM [--days D] [--hours H] [--mins M] [--secs S] [--back] FILE...\n"
-    "       orvana-cli gps kml ALBUM [OUT.kml] [--tracks] [--offset HOURS] [--show] [FILE...]\n"
-    "       orvana-cli gps kmz ALBUM OUT.kmz [--tracks] [--offset HOURS] [FILE...]\n"
-    "       orvana-cli gps kml-tracks [--show] | gps kml-waypoints [--show]\n"
-    "Without --offset, times are converted with the zone saved in [GPS], else the computer's own.\n"
-    "--show opens the written file in [GPS] EarthAppPath, or in the desktop's KML viewer.");
-
-std::optional<GpsArguments> ParseGpsArguments(const QStringList &arguments, const QStringList &switches, const QStringList &valueOptions)
-{
-    GpsArguments parsed;
-    for (qsizetype i = 0; i < arguments.size(); ++i) {
-        const QString &argument = arguments[i];
-        if (!argument.startsWith(QLatin1String("--"))) {
-            parsed.positional << argument;
-        } else if (switches.contains(argument)) {
-            parsed.switches << argument;
-        } else if (valueOptions.contains(argument) && i + 1 < arguments.size()) {
-            parsed.values.insert(argument, arguments[++i]);
-        } else {
-            UsageError(valueOptions.contains(argument) ? QStringLiteral("%1 needs a value").arg(argument)
-                                                       : QStringLiteral("unknown option \"%1\"").arg(argument),
-                       GpsUsage);
-            return std::nullopt;
-        }
-    }
-    return parsed;
-}
+const CliOption OffsetOption{"--offset", "HOURS", "the photos' time zone, -24 to 24; without it the zone saved in [GPS], else the computer's own"};
 
 std::optional<double> NumberArgument(const QString &text)
 {
@@ -81,7 +47,7 @@ int SaveStoreAndFinish(GpsStore &store, int exitCode)
 
 QString OffsetProblem(const GpsArguments &args)
 {
-    if (!args.values.contains(QStringLiteral("--offset")))
+    if (!args.Has("--offset"))
         return {};
     const std::optional<double> hours = NumberArgument(args.Value("--offset"));
     return hours && std::abs(*hours) <= 24 ? QString() : QStringLiteral("--offset takes hours from -24 to 24");

@@ -1,28 +1,19 @@
 #pragma once
 
+#include "CliCommand.h"
 #include "GpsStore.h"
 #include "Prompter.h"
 
-#include <QMap>
 #include <QStringList>
 #include <optional>
 
-// What the gps verbs share: their usage text, options with values, the store, and the way
-// questions, messages and progress reach the terminal.
+// What the gps verbs share: the store, number arguments, and the way questions, messages and
+// progress reach the terminal.
 
-extern const QString GpsUsage;
+using GpsArguments = CliArguments;
 
-struct GpsArguments {
-    QStringList positional;
-    QStringList switches;         // "--json", "--tracks", ...
-    QMap<QString, QString> values; // "--offset" -> "5.5", ...
-    bool Has(const char *option) const { return switches.contains(QLatin1String(option)); }
-    QString Value(const char *option) const { return values.value(QLatin1String(option)); }
-};
-
-// Splits the arguments after the verb; nothing (and a usage error on stderr) when an option is
-// unknown or lacks its value.
-std::optional<GpsArguments> ParseGpsArguments(const QStringList &arguments, const QStringList &switches, const QStringList &valueOptions);
+// "--offset HOURS", the time zone of the photos.
+extern const CliOption OffsetOption;
 
 // A number argument, or nothing when it is not one.
 std::optional<double> NumberArgument(const QString &text);

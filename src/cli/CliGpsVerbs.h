@@ -1,9 +1,6 @@
 #pragma once
 
-class QString;
-struct GpsArguments;
-struct GpsAlbumVerb;
+#include "CliCommand.h"
 
-// The gps verbs that work on an album; nothing for any other name.
-const GpsAlbumVerb *FindGpsAlbumVerb(const QString &name);
-int RunGpsAlbumVerb(const GpsAlbumVerb &verb, const GpsArguments &args);
+// The gps verbs that work on an album, for the group's table.
+std::vector<CliVerb> GpsAlbumVerbs();

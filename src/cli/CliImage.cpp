@@ -1,29 +1,20 @@
+#include "CliGroups.h"
 #include "CliOutput.h"
 
 #include "ImageTags.h"
 #include "MetadataWriter.h"
 #include "PhotoEdits.h"
+#include "PhotoRecord.h"
 #include "Thumbnail.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <array>
+#include <optional>
 
 namespace {
-
-const QString Usage = QStringLiteral(
-    "orvana-cli image tags FILE... [--json]\n"
-    "       orvana-cli image thumbnail FILE OUT [--fast]\n"
-    "       orvana-cli image thumbnails FOLDER FILE... [--fast]\n"
-    "       orvana-cli image rotate left|right FILE...\n"
-    "       orvana-cli image edit bw|sepia|enhance FILE...\n"
-    "       orvana-cli image adjust CONTRAST RED GREEN BLUE FILE...\n"
-    "       orvana-cli image crop LEFT TOP RIGHT BOTTOM FILE\n"
-    "       orvana-cli image write-metadata [--description TEXT] [--keywords A;B;] [--position LON LAT ELE] FILE...\n"
-    "Works on plain photo files. --fast takes the preview the camera embedded where there is one;\n"
-    "adjust takes the adjust window's slider positions (contrast 100 and colours 150 are neutral);\n"
-    "crop's RIGHT and BOTTOM are the first column and row left out.");
 
 // The fields in the order a photo's information is shown, under the names of the record keys.
 QJsonObject TagsObject(const QString &path, const ImageTags &tags)
@@ -46,11 +37,12 @@ QJsonObject TagsObject(const QString &path, const ImageTags &tags)
     };
 }
 
-int Tags(QStringList arguments)
+int Tags(const CliArguments &args)
 {
-    const bool json = arguments.removeAll(QStringLiteral("--json")) > 0;
+    const QStringList &arguments = args.positional;
+    const bool json = args.Has("--json");
     if (arguments.isEmpty())
-        return UsageError(QStringLiteral("image tags needs a FILE"), Usage);
+        return args.UsageError(QStringLiteral("image tags needs a FILE"));
     const QList<ImageTags> tags = LoadExifTagsOfFiles(arguments);
     QJsonArray photos;
     for (qsizetype i = 0; i < arguments.size(); ++i)
@@ -70,16 +62,9 @@ int Tags(QStringList arguments)
     return ExitDone;
 }
 
-ThumbnailSource SourceOption(QStringList &arguments)
+ThumbnailSource SourceOption(const CliArguments &args)
 {
-    return arguments.removeAll(QStringLiteral("--fast")) > 0 ? ThumbnailSource::EmbeddedPreviewFirst : ThumbnailSource::Photo;
-}
-
-// An album names a JPEG's thumbnail after the photo and any other photo's with ".jpg" added.
-QString ThumbnailName(const QString &photoPath)
-{
-    const QFileInfo photo(photoPath);
-    return FormatOfFile(photoPath) == ImageFormat::Jpeg ? photo.fileName() : photo.fileName() + QStringLiteral(".jpg");
+    return args.Has("--fast") ? ThumbnailSource::EmbeddedPreviewFirst : ThumbnailSource::Photo;
 }
 
 int ReportAll(const QList<Result> &results)
@@ -92,18 +77,29 @@ int ReportAll(const QList<Result> &results)
     return status;
 }
 
-int Thumbnails(QStringList arguments, bool many)
+int Thumbnails(const CliArguments &args, bool many)
 {
-    const ThumbnailSource source = SourceOption(arguments);
+    QStringList arguments = args.positional;
+    const ThumbnailSource source = SourceOption(args);
     if (arguments.size() < 2 || (!many && arguments.size() != 2))
-        return UsageError(QStringLiteral("thumbnails need the photo and where to put the thumbnail"), Usage);
+        return args.UsageError(QStringLiteral("thumbnails need the photo and where to put the thumbnail"));
     if (!many)
         return ReportAll({MakeThumbnail(arguments[0], arguments[1], source)});
     const QString folder = arguments.takeFirst();
     QList<ThumbnailJob> jobs;
     for (const QString &photo : arguments)
-        jobs.append({photo, folder + u'/' + ThumbnailName(photo)});
+        jobs.append({photo, folder + u'/' + PhotoRecord::ThumbnailName(QFileInfo(photo).fileName())});
     return ReportAll(MakeThumbnails(jobs, source));
+}
+
+int Thumbnail(const CliArguments &args)
+{
+    return Thumbnails(args, false);
+}
+
+int ThumbnailsInFolder(const CliArguments &args)
+{
+    return Thumbnails(args, true);
 }
 
 int ReportEdits(const QStringList &files, const std::function<EditOutcome(const QString &)> &edit)
@@ -131,17 +127,19 @@ bool ToIntegers(const QStringList &texts, QList<int> &numbers)
     return true;
 }
 
-int Rotate(const QStringList &arguments)
+int Rotate(const CliArguments &args)
 {
+    const QStringList &arguments = args.positional;
     const QString direction = arguments.value(0);
     if ((direction != QLatin1String("left") && direction != QLatin1String("right")) || arguments.size() < 2)
-        return UsageError(QStringLiteral("image rotate takes left or right and a FILE"), Usage);
+        return args.UsageError(QStringLiteral("image rotate takes left or right and a FILE"));
     const Turn turn = direction == QLatin1String("left") ? Turn::Left : Turn::Right;
     return ReportEdits(arguments.mid(1), [turn](const QString &file) { return RotatePhotoFile(file, turn); });
 }
 
-int Edit(const QStringList &arguments)
+int Edit(const CliArguments &args)
 {
+    const QStringList &arguments = args.positional;
     const QString name = arguments.value(0);
     const std::map<QString, PhotoEffect> effects = {
         {QStringLiteral("bw"), PhotoEffect::BlackAndWhite},
@@ -150,53 +148,64 @@ int Edit(const QStringList &arguments)
     };
     const auto effect = effects.find(name);
     if (effect == effects.end() || arguments.size() < 2)
-        return UsageError(QStringLiteral("image edit takes bw, sepia or enhance and a FILE"), Usage);
+        return args.UsageError(QStringLiteral("image edit takes bw, sepia or enhance and a FILE"));
     return ReportEdits(arguments.mid(1), [effect](const QString &file) { return ApplyEffectToPhotoFile(file, effect->second); });
 }
 
-int Adjust(const QStringList &arguments)
+int Adjust(const CliArguments &args)
 {
+    const QStringList &arguments = args.positional;
     QList<int> sliders;
     if (arguments.size() < 5 || !ToIntegers(arguments.mid(0, 4), sliders))
-        return UsageError(QStringLiteral("image adjust takes four slider positions and a FILE"), Usage);
+        return args.UsageError(QStringLiteral("image adjust takes four slider positions and a FILE"));
     const ColourTables tables = BuildColourTables({sliders[0], sliders[1], sliders[2], sliders[3]});
     return ReportEdits(arguments.mid(4), [&tables](const QString &file) { return AdjustPhotoFile(file, tables); });
 }
 
-int Crop(const QStringList &arguments)
+int Crop(const CliArguments &args)
 {
+    const QStringList &arguments = args.positional;
     QList<int> edges;
     if (arguments.size() != 5 || !ToIntegers(arguments.mid(0, 4), edges))
-        return UsageError(QStringLiteral("image crop takes LEFT TOP RIGHT BOTTOM and one FILE"), Usage);
+        return args.UsageError(QStringLiteral("image crop takes LEFT TOP RIGHT BOTTOM and one FILE"));
     const CropRectangle rectangle{edges[0], edges[1], edges[2], edges[3]};
     return ReportEdits(arguments.mid(4), [&rectangle](const QString &file) { return CropPhotoFile(file, rectangle); });
 }
 
-int WriteMetadataOfFiles(QStringList arguments)
+// "LON,LAT,ELE" in degrees and metres.
+std::optional<std::array<double, 3>> Position(const QString &text)
+{
+    const QStringList parts = text.split(u',');
+    if (parts.size() != 3)
+        return std::nullopt;
+    std::array<double, 3> numbers{};
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+        bool ok = false;
+        numbers[static_cast<std::size_t>(i)] = parts[i].toDouble(&ok);
+        if (!ok)
+            return std::nullopt;
+    }
+    return numbers;
+}
+
+int WriteMetadataOfFiles(const CliArguments &args)
 {
     PhotoMetadata values;
-    QStringList files;
-    while (!arguments.isEmpty()) {
-        const QString argument = arguments.takeFirst();
-        if (argument == QLatin1String("--description") && !arguments.isEmpty()) {
-            values.description = arguments.takeFirst();
-        } else if (argument == QLatin1String("--keywords") && !arguments.isEmpty()) {
-            values.keywords = arguments.takeFirst();
-        } else if (argument == QLatin1String("--position") && arguments.size() >= 3) {
-            bool ok[3] = {};
-            values.longitude = arguments.takeFirst().toDouble(&ok[0]);
-            values.latitude = arguments.takeFirst().toDouble(&ok[1]);
-            values.elevation = arguments.takeFirst().toDouble(&ok[2]);
-            if (!ok[0] || !ok[1] || !ok[2])
-                return UsageError(QStringLiteral("--position takes three numbers"), Usage);
-        } else if (argument.startsWith(QLatin1String("--"))) {
-            return UsageError(QStringLiteral("unknown option \"%1\"").arg(argument), Usage);
-        } else {
-            files << argument;
-        }
+    const QStringList &files = args.positional;
+    if (args.Has("--description"))
+        values.description = args.Value("--description");
+    if (args.Has("--keywords"))
+        values.keywords = args.Value("--keywords");
+    if (args.Has("--position")) {
+        const auto position = Position(args.Value("--position"));
+        if (!position)
+            return args.UsageError(QStringLiteral("--position takes three numbers: LON,LAT,ELE"));
+        values.longitude = (*position)[0];
+        values.latitude = (*position)[1];
+        values.elevation = (*position)[2];
     }
     if (files.isEmpty())
-        return UsageError(QStringLiteral("image write-metadata needs a FILE"), Usage);
+        return args.UsageError(QStringLiteral("image write-metadata needs a FILE"));
     QList<MetadataWriteJob> jobs;
     for (const QString &file : files)
         jobs.append({file, values});
@@ -212,28 +221,25 @@ int WriteMetadataOfFiles(QStringList arguments)
 
 } // namespace
 
-int RunImage(const QStringList &arguments)
+const CliGroup &ImageCommands()
 {
-    if (WantsHelp(arguments)) {
-        PrintOut(QStringLiteral("usage: ") + Usage);
-        return ExitDone;
-    }
-    const QString verb = arguments.value(0);
-    const QStringList rest = arguments.mid(1);
-    if (verb == QLatin1String("tags"))
-        return Tags(rest);
-    if (verb == QLatin1String("thumbnail") || verb == QLatin1String("thumbnails"))
-        return Thumbnails(rest, verb == QLatin1String("thumbnails"));
-    if (verb == QLatin1String("rotate"))
-        return Rotate(rest);
-    if (verb == QLatin1String("edit"))
-        return Edit(rest);
-    if (verb == QLatin1String("adjust"))
-        return Adjust(rest);
-    if (verb == QLatin1String("crop"))
-        return Crop(rest);
-    if (verb == QLatin1String("write-metadata"))
-        return WriteMetadataOfFiles(rest);
-    return UsageError(verb.isEmpty() ? QStringLiteral("image needs a verb") : QStringLiteral("unknown verb \"%1\"").arg(verb),
-                      Usage);
+    static const CliGroup group{
+        "image",
+        "one photo file's tags, thumbnail and edits",
+        {
+            {"tags", "FILE...", "the tags the program reads, under the names of the record keys", {JsonOption}, Tags},
+            {"thumbnail", "FILE OUT", "one thumbnail into OUT", {{"--fast", nullptr, "the preview the camera embedded where there is one"}}, Thumbnail},
+            {"thumbnails", "FOLDER FILE...", "thumbnails named as an album names them, into FOLDER",
+             {{"--fast", nullptr, "the preview the camera embedded where there is one"}}, ThumbnailsInFolder},
+            {"rotate", "left|right FILE...", "turns photos a quarter", {}, Rotate},
+            {"edit", "bw|sepia|enhance FILE...", "one effect on photos", {}, Edit},
+            {"adjust", "CONTRAST RED GREEN BLUE FILE...", "the adjust window's slider positions (contrast 100 and colours 150 are neutral)", {}, Adjust},
+            {"crop", "LEFT TOP RIGHT BOTTOM FILE", "RIGHT and BOTTOM are the first column and row left out", {}, Crop},
+            {"write-metadata", "FILE...", "writes the given values into the files",
+             {{"--description", "TEXT", "the caption"}, {"--keywords", "A;B;", "the keywords"}, {"--position", "LON,LAT,ELE", "the position"}},
+             WriteMetadataOfFiles},
+        },
+        "Works on plain photo files.",
+    };
+    return group;
 }

@@ -1,3 +1,4 @@
+#include "CliGroups.h"
 #include "CliOutput.h"
 
 #include "Version.h"
@@ -6,24 +7,18 @@
 
 namespace {
 
-constexpr CliGroup Groups[] = {
-    {"album", "VERB ALBUM ...                 photo albums: create, info, list, arrange, ...", RunAlbum},
-    {"convert", "FOLDER                        turn a plain folder of photos into an album", RunConvert},
-    {"gps", "VERB ...                          GPS tracks and waypoints, geotagging, time shifts, KML", RunGps},
-    {"settings", "get|set SECTION KEY [VALUE]   one value of Orvana.ini", RunSettings},
-    {"text", "KEY SECTION                   localised text in the current language", RunText},
-    {"ftp", "ls|get|put|mkdir|rmdir|rm|rename ftp://USER@HOST[:PORT]/PATH [LOCAL|NEWNAME]", RunFtp},
-    {"http", "get http://HOST[:PORT]/PATH OUT    one resource into a file", RunHttp},
-    {"image", "tags|thumbnail|rotate|edit ...  one photo file's tags, thumbnail and edits", RunImage},
-};
+using GroupTable = const CliGroup &(*)();
+
+constexpr GroupTable Groups[] = {AlbumCommands, ConvertCommand, GpsCommands, SettingsCommands,
+                                 TextCommand,   FtpCommands,    HttpCommands, ImageCommands};
 
 QString TopLevelHelp()
 {
     QString help = QStringLiteral(
         "usage: orvana-cli [--version | --help] GROUP VERB ARGS...\n\n"
         "Orvana's photo albums, settings and tools without a window.\n\n");
-    for (const CliGroup &group : Groups)
-        help += QStringLiteral("  %1 %2\n").arg(QLatin1String(group.name), QLatin1String(group.summary));
+    for (const GroupTable group : Groups)
+        help += QStringLiteral("  %1  %2\n").arg(GroupSynopsis(group()), -28).arg(QString::fromUtf8(group().summary));
     help += QStringLiteral(
         "\n'orvana-cli GROUP --help' tells more. Exit status: 0 done, 1 failed, 2 bad usage.");
     return help;
@@ -46,9 +41,9 @@ int main(int argc, char *argv[])
         PrintOut(TopLevelHelp());
         return ExitDone;
     }
-    for (const CliGroup &group : Groups) {
-        if (first == QLatin1String(group.name))
-            return group.run(arguments.mid(1));
+    for (const GroupTable group : Groups) {
+        if (first == QLatin1String(group().name))
+            return RunGroup(group(), arguments.mid(1));
     }
     return UsageError(first.isEmpty() ? QStringLiteral("no command given")
                                       : QStringLiteral("unknown command \"%1\"").arg(first),

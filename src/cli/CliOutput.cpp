@@ -27,11 +27,6 @@ int UsageError(const QString &message, const QString &usage)
     return ExitUsage;
 }
 
-bool WantsHelp(const QStringList &arguments)
-{
-    return arguments.contains(QLatin1String("--help")) || arguments.contains(QLatin1String("-h"));
-}
-
 void UseUserSettings()
 {
     // A broken language folder reads as English, as it does for the windows.

@@ -1,3 +1,4 @@
+#include "CliGroups.h"
 #include "CliOutput.h"
 
 #include "Paths.h"
@@ -7,35 +8,36 @@
 
 namespace {
 
-const QString Usage = QStringLiteral(
-    "orvana-cli settings get SECTION KEY\n"
-    "       orvana-cli settings set SECTION KEY VALUE\n"
-    "Reads or writes one value of Orvana.ini in the user-data folder the windows use.");
+int Get(const CliArguments &args)
+{
+    if (args.positional.size() != 2)
+        return args.UsageError(QStringLiteral("settings get takes SECTION and KEY"));
+    PrintOut(ReadSetting(args.positional.at(0), args.positional.at(1)));
+    return ExitDone;
+}
+
+int Set(const CliArguments &args)
+{
+    if (args.positional.size() != 3)
+        return args.UsageError(QStringLiteral("settings set takes SECTION, KEY and VALUE"));
+    // The same first-run settings file the program would write, before the first change.
+    SettleUserDataAndLanguage();
+    const Result written = ProfileFile::WriteString(SettingsFilePath(), args.positional.at(0), args.positional.at(1), args.positional.at(2));
+    return written ? ExitDone : Fail(written.message);
+}
 
 } // namespace
 
-int RunSettings(const QStringList &arguments)
+const CliGroup &SettingsCommands()
 {
-    if (WantsHelp(arguments)) {
-        PrintOut(QStringLiteral("usage: ") + Usage);
-        return ExitDone;
-    }
-    const QString verb = arguments.value(0);
-    if (verb == QLatin1String("get")) {
-        if (arguments.size() != 3)
-            return UsageError(QStringLiteral("settings get takes SECTION and KEY"), Usage);
-        PrintOut(ReadSetting(arguments.at(1), arguments.at(2)));
-        return ExitDone;
-    }
-    if (verb == QLatin1String("set")) {
-        if (arguments.size() != 4)
-            return UsageError(QStringLiteral("settings set takes SECTION, KEY and VALUE"), Usage);
-        // The same first-run settings file the program would write, before the first change.
-        SettleUserDataAndLanguage();
-        const Result written = ProfileFile::WriteString(SettingsFilePath(), arguments.at(1), arguments.at(2), arguments.at(3));
-        return written ? ExitDone : Fail(written.message);
-    }
-    return UsageError(verb.isEmpty() ? QStringLiteral("settings needs a verb")
-                                     : QStringLiteral("unknown verb \"%1\"").arg(verb),
-                      Usage);
+    static const CliGroup group{
+        "settings",
+        "one value of Orvana.ini",
+        {
+            {"get", "SECTION KEY", "prints one value; an absent one prints as an empty line", {}, Get},
+            {"set", "SECTION KEY VALUE", "writes one value", {}, Set},
+        },
+        "Orvana.ini is the one in the user-data folder the windows use.",
+    };
+    return group;
 }

@@ -1,24 +1,27 @@
+#include "CliGroups.h"
 #include "CliOutput.h"
 
 #include "Language.h"
 
 namespace {
 
-const QString Usage = QStringLiteral(
-    "orvana-cli text KEY SECTION\n"
-    "Prints the user-interface text of KEY in SECTION in the current language.");
+int Text(const CliArguments &args)
+{
+    if (args.positional.size() != 2)
+        return args.UsageError(QStringLiteral("text takes KEY and SECTION"));
+    UseUserSettings();
+    PrintOut(GetLocalizedString(args.positional.at(0), args.positional.at(1)));
+    return ExitDone;
+}
 
 } // namespace
 
-int RunText(const QStringList &arguments)
+const CliGroup &TextCommand()
 {
-    if (WantsHelp(arguments)) {
-        PrintOut(QStringLiteral("usage: ") + Usage);
-        return ExitDone;
-    }
-    if (arguments.size() != 2)
-        return UsageError(QStringLiteral("text takes KEY and SECTION"), Usage);
-    UseUserSettings();
-    PrintOut(GetLocalizedString(arguments.at(0), arguments.at(1)));
-    return ExitDone;
+    static const CliGroup group{
+        "text",
+        "localised text in the current language",
+        {{"", "KEY SECTION", "Prints the user-interface text of KEY in SECTION in the current language.", {}, Text}},
+    };
+    return group;
 }
