@@ -1,28 +1,62 @@
 #include "CliRunner.h"
+#include "OrvFTPEngine.h"
 #include "ScriptedServers.h"
 #include "ServerProcess.h"
 #include "TestEnvironment.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTest>
 #include <csignal>
 
-// orvana-cli's ftp and http groups as a user runs them: a real process against real servers.
+// FTP and HTTP against real servers on loopback (pyftpdlib, python's http.server): orvana-cli's
+// ftp and http groups as a user runs them, and the engine calls that only the publishing uses.
+
+// Runs against a logged-in engine; `root` is the server's folder on disk.
+using Steps = std::function<bool(OrvFTPEngine &, const QString &root)>;
+Q_DECLARE_METATYPE(Steps)
+
+namespace {
+
+bool HasMode755(const QString &path)
+{
+    const QFileDevice::Permissions wanted = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner | QFileDevice::ReadGroup
+                                            | QFileDevice::ExeGroup | QFileDevice::ReadOther | QFileDevice::ExeOther;
+    return (QFileInfo(path).permissions() & (wanted | QFileDevice::WriteGroup | QFileDevice::WriteOther)) == wanted;
+}
+
+QByteArray Bytes(qsizetype size)
+{
+    QByteArray bytes(size, Qt::Uninitialized);
+    for (qsizetype i = 0; i < size; ++i)
+        bytes[i] = static_cast<char>((i * 131) ^ (i >> 9));
+    return bytes;
+}
+
+} // namespace
+
 class CliNet : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase();
     void init();
-    void filesRoundTrip();
+    void roundTrips_data();
+    void roundTrips();
+    void everyVerb();
     void refusals_data();
     void refusals();
+    void engineCalls_data();
+    void engineCalls();
+    void uploadProgress();
     void httpGet();
     void interruptCancelsATransfer();
 
 private:
     CliRun Cli(const QStringList &arguments, const QString &password = QString::fromLatin1(ServerProcess::Password));
     QString Address(const QString &path) const;
+    QString Root() const { return ftp->Root(); }
+    bool LogIn(OrvFTPEngine &engine) const;
 
     std::unique_ptr<ServerProcess> ftp;
     std::unique_ptr<QTemporaryDir> work;
@@ -31,22 +65,19 @@ private:
 void CliNet::initTestCase()
 {
     ftp = std::make_unique<ServerProcess>(ServerProcess::Ftp);
-    QVERIFY2(ftp->Started(), "pyftpdlib did not start");
+    QVERIFY2(ftp->Started(), "pyftpdlib did not start (scripts/install-deps installs python3-pyftpdlib)");
 }
 
 void CliNet::init()
 {
+    for (const QFileInfo &entry : QDir(Root()).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden))
+        entry.isDir() ? QDir(entry.filePath()).removeRecursively() : QFile::remove(entry.filePath());
     work = std::make_unique<QTemporaryDir>();
 }
 
 CliRun CliNet::Cli(const QStringList &arguments, const QString &password)
 {
-    // The child takes this process's environment.
-    if (password.isNull())
-        qunsetenv("ORVANA_FTP_PASSWORD");
-    else
-        qputenv("ORVANA_FTP_PASSWORD", password.toUtf8());
-    return RunCli(work->path(), arguments);
+    return RunCli(work->path(), arguments, QString(), {{QStringLiteral("ORVANA_FTP_PASSWORD"), password}});
 }
 
 QString CliNet::Address(const QString &path) const
@@ -54,32 +85,56 @@ QString CliNet::Address(const QString &path) const
     return QStringLiteral("ftp://%1@127.0.0.1:%2%3").arg(QLatin1String(ServerProcess::User)).arg(ftp->Port()).arg(path);
 }
 
-// Every verb once, in the order a user publishing an album would use them; files come back byte
-// for byte.
-void CliNet::filesRoundTrip()
+bool CliNet::LogIn(OrvFTPEngine &engine) const
 {
-    QByteArray photo(1024 * 1024 + 17, Qt::Uninitialized);
-    for (qsizetype i = 0; i < photo.size(); ++i)
-        photo[i] = static_cast<char>((i * 131) ^ (i >> 9));
-    WriteAll(work->filePath(QStringLiteral("Beach 01.jpg")), photo);
+    return engine.ConnectToServer(QStringLiteral("127.0.0.1"), ftp->Port(), QString::fromLatin1(ServerProcess::User), QString::fromLatin1(ServerProcess::Password));
+}
 
+// Files go up and come back byte for byte, around the engine's 2048-byte blocks too, and are
+// left with mode 755 on the server.
+void CliNet::roundTrips_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<qsizetype>("size");
+    QTest::newRow("empty") << "empty.jpg" << qsizetype(0);
+    QTest::newRow("a block less one") << "2047.jpg" << qsizetype(2047);
+    QTest::newRow("one block") << "2048.jpg" << qsizetype(2048);
+    QTest::newRow("a block and one") << "2049.jpg" << qsizetype(2049);
+    QTest::newRow("UTF-8 name") << QString::fromUtf8("\xe7\x85\xa7\xe7\x89\x87 1.jpg") << qsizetype(5000);
+    QTest::newRow("several megabytes") << "big.tif" << qsizetype(6 * 1024 * 1024 + 3);
+}
+
+void CliNet::roundTrips()
+{
+    QFETCH(QString, name);
+    QFETCH(qsizetype, size);
+    const QByteArray content = Bytes(size);
+    WriteAll(work->filePath(name), content);
+    QCOMPARE(Cli({"ftp", "put", Address(u'/' + name), name}).err, QString());
+    QCOMPARE(ReadAll(Root() + u'/' + name), content);
+    QVERIFY(HasMode755(Root() + u'/' + name));
+    QCOMPARE(Cli({"ftp", "ls", Address("/")}).out, name + u'\n');
+    QCOMPARE(Cli({"ftp", "get", Address(u'/' + name), "back"}).exitCode, 0);
+    QCOMPARE(ReadAll(work->filePath(QStringLiteral("back"))), content);
+}
+
+// Every verb once, in the order a user publishing an album would use them.
+void CliNet::everyVerb()
+{
+    const QByteArray photo = Bytes(70001);
+    WriteAll(work->filePath(QStringLiteral("Beach 01.jpg")), photo);
     const auto succeeds = [this](const QStringList &arguments) {
         const CliRun run = Cli(arguments);
-        if (run.exitCode != 0)
-            qWarning() << arguments << run.err;
-        return run.exitCode == 0 ? run.out : QStringLiteral("failed");
+        return run.exitCode == 0 ? run.out : QStringLiteral("failed: ") + run.err;
     };
     QCOMPARE(succeeds({"ftp", "mkdir", Address("/Summer 2024")}), QString());
+    QVERIFY(HasMode755(Root() + QStringLiteral("/Summer 2024")));
     QCOMPARE(succeeds({"ftp", "put", Address("/Summer 2024/"), "Beach 01.jpg"}), QString());
-    QCOMPARE(ReadAll(ftp->Root() + QStringLiteral("/Summer 2024/Beach 01.jpg")), photo);
-    QCOMPARE(succeeds({"ftp", "ls", Address("/")}), QStringLiteral("Summer 2024\n"));
     QCOMPARE(succeeds({"ftp", "rename", Address("/Summer 2024/Beach 01.jpg"), "Beach.jpg"}), QString());
     QCOMPARE(succeeds({"ftp", "ls", Address("/Summer%202024")}), QStringLiteral("Beach.jpg\n"));
     QVERIFY(succeeds({"ftp", "ls", Address("/Summer 2024"), "--long"}).contains(QLatin1String(" Beach.jpg\r\n")));
     QCOMPARE(succeeds({"ftp", "get", Address("/Summer 2024/Beach.jpg")}), QString());
     QCOMPARE(ReadAll(work->filePath(QStringLiteral("Beach.jpg"))), photo);
-    QCOMPARE(succeeds({"ftp", "get", Address("/Summer 2024/Beach.jpg"), "copy.jpg"}), QString());
-    QCOMPARE(ReadAll(work->filePath(QStringLiteral("copy.jpg"))), photo);
     QCOMPARE(succeeds({"ftp", "rm", Address("/Summer 2024/Beach.jpg")}), QString());
     QCOMPARE(succeeds({"ftp", "rmdir", Address("/Summer 2024")}), QString());
     QCOMPARE(succeeds({"ftp", "ls", Address("/")}), QString());
@@ -87,23 +142,29 @@ void CliNet::filesRoundTrip()
 
 void CliNet::refusals_data()
 {
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("password");  // null: none in the environment
+    QTest::addColumn<QStringList>("arguments"); // the server holds a.jpg and full/f
+    QTest::addColumn<QString>("password");      // null: none in the environment
     QTest::addColumn<int>("exitCode");
     QTest::addColumn<QString>("err");
 
     const QString password = QString::fromLatin1(ServerProcess::Password);
     const QString user = QString::fromLatin1(ServerProcess::User);
     QTest::newRow("no password and no terminal") << QStringList{"ftp", "ls", "ADDRESS/"} << QString() << 1 << "ORVANA_FTP_PASSWORD";
-    QTest::newRow("password in the address") << QStringList{"ftp", "ls", "ftp://" + user + ":pw@127.0.0.1/"} << password << 2
-                                             << "ORVANA_FTP_PASSWORD";
+    QTest::newRow("password in the address") << QStringList{"ftp", "ls", "ftp://" + user + ":pw@127.0.0.1/"} << password << 2 << "ORVANA_FTP_PASSWORD";
     QTest::newRow("wrong password") << QStringList{"ftp", "ls", "ADDRESS/"} << "wrong" << 1 << "Invalid user or password. (server: 530";
-    QTest::newRow("missing remote file") << QStringList{"ftp", "get", "ADDRESS/none.jpg"} << password << 1
-                                         << "Could't get data of remote file. (server: 550";
+    QTest::newRow("nothing listening") << QStringList{"ftp", "ls", "ftp://u@127.0.0.1:CLOSED/"} << password << 1
+                                       << "Unable to connect to specified server via TCP/IP.";
+    QTest::newRow("missing remote file") << QStringList{"ftp", "get", "ADDRESS/none.jpg"} << password << 1 << "Could't get data of remote file. (server: 550";
+    QTest::newRow("missing path listed") << QStringList{"ftp", "ls", "ADDRESS/none"} << password << 1 << "Could't list remote directory.";
+    QTest::newRow("folder that holds a file") << QStringList{"ftp", "rmdir", "ADDRESS/full"} << password << 1
+                                              << "Couldn't remove the directory. Make sure you have the right access.";
+    QTest::newRow("missing file renamed") << QStringList{"ftp", "rename", "ADDRESS/none", "other"} << password << 1 << "Couldn't change file name. (RNFR)";
+    QTest::newRow("local folder missing") << QStringList{"ftp", "get", "ADDRESS/a.jpg", "no/such/a.jpg"} << password << 1
+                                          << "Could't save file to the specified location.";
+    QTest::newRow("missing local file") << QStringList{"ftp", "put", "ADDRESS/none", "none"} << password << 1 << "Could't open the specified local file.";
     QTest::newRow("unknown verb") << QStringList{"ftp", "list", "ADDRESS/"} << password << 2 << "unknown verb";
     QTest::newRow("not an ftp address") << QStringList{"ftp", "ls", "http://127.0.0.1/"} << password << 2 << "not an ftp://";
     QTest::newRow("get without a path") << QStringList{"ftp", "get", "ADDRESS/"} << password << 2 << "needs a PATH";
-    QTest::newRow("ftp help") << QStringList{"ftp", "--help"} << password << 0 << "";
     QTest::newRow("http without OUT") << QStringList{"http", "get", "http://127.0.0.1/"} << password << 2 << "usage:";
     QTest::newRow("http nothing listening") << QStringList{"http", "get", "http://127.0.0.1:CLOSED/", "out"} << password << 1
                                             << "Could't connect to the specified HTTP server.";
@@ -115,6 +176,9 @@ void CliNet::refusals()
     QFETCH(QString, password);
     QFETCH(int, exitCode);
     QFETCH(QString, err);
+    WriteAll(Root() + QStringLiteral("/a.jpg"), "x");
+    QDir(Root()).mkdir(QStringLiteral("full"));
+    WriteAll(Root() + QStringLiteral("/full/f"), "x");
     arguments.replaceInStrings(QStringLiteral("ADDRESS"), Address(QString()));
     arguments.replaceInStrings(QStringLiteral("CLOSED"), QString::number(ClosedPort()));
     const CliRun run = Cli(arguments, password);
@@ -122,17 +186,72 @@ void CliNet::refusals()
     QVERIFY2(run.err.contains(err), qPrintable(run.err));
 }
 
+void CliNet::engineCalls_data()
+{
+    QTest::addColumn<Steps>("steps");
+    QTest::addColumn<QString>("lastError");
+    QTest::newRow("into a folder and back") << Steps([](auto &e, auto &root) {
+        QDir(root).mkpath(QStringLiteral("a/b"));
+        return e.ChangeDirectory(QStringLiteral("/a/b")) && e.ChangeDirectory(QStringLiteral("..")) && e.ListFiles(QString()) == QStringList{"b"};
+    }) << "";
+    QTest::newRow("file exists") << Steps([](auto &e, auto &root) {
+        WriteAll(root + QStringLiteral("/My Trip.jpg"), "x");
+        return e.FileExists(QStringLiteral("/My Trip.jpg"));
+    }) << "";
+    QTest::newRow("empty folder: no names, not there") << Steps([](auto &e, auto &root) {
+        QDir(root).mkdir(QStringLiteral("empty"));
+        return e.ListFiles(QStringLiteral("/empty")) == QStringList{QString()} && !e.FileExists(QStringLiteral("/empty"));
+    }) << "";
+    QTest::newRow("missing folder") << Steps([](auto &e, auto &) { return !e.ChangeDirectory(QStringLiteral("/none")); })
+                                    << "Can't change directory. Path does not exist.";
+    QTest::newRow("second data connection") << Steps([](auto &e, auto &) {
+        return e.CreateDataConnection() && e.TcpDataStatus() == 1 && !e.CreateDataConnection();
+    }) << "Data connection already exists.";
+}
+
+void CliNet::engineCalls()
+{
+    QFETCH(Steps, steps);
+    QFETCH(QString, lastError);
+    OrvFTPEngine engine;
+    QVERIFY(LogIn(engine));
+    QVERIFY(steps(engine, Root()));
+    QCOMPARE(engine.LastError(), lastError);
+    engine.Disconnect();
+    QCOMPARE(engine.TcpCommandStatus(), 0);
+}
+
+// Uploads report each block; a cancel stops at the next block and leaves a partial file.
+void CliNet::uploadProgress()
+{
+    OrvFTPEngine engine;
+    QVERIFY(LogIn(engine));
+    WriteAll(work->filePath(QStringLiteral("f")), Bytes(5 * 2048 + 100));
+    QList<qint64> reported;
+    engine.SetProgressHandler([&](qint64 done, qint64 total) { reported.append(total == 5 * 2048 + 100 ? done : -1); });
+    QVERIFY(engine.PutFile(work->filePath(QStringLiteral("f")), QStringLiteral("f")));
+    QCOMPARE(reported, (QList<qint64>{2048, 4096, 6144, 8192, 10240, 10340}));
+
+    engine.SetProgressHandler([&engine](qint64 done, qint64) { engine.SetCancel(done >= 4096); });
+    engine.SetNeedChangeModeTo755(false);
+    QVERIFY(engine.PutFile(work->filePath(QStringLiteral("f")), QStringLiteral("g")));
+    QTRY_COMPARE(QFileInfo(Root() + QStringLiteral("/g")).size(), qint64(4096));
+}
+
+// A page comes back whole, with the headers when asked; an error page is content like any other.
 void CliNet::httpGet()
 {
     ServerProcess http(ServerProcess::Http);
     QVERIFY(http.Started());
-    const QByteArray page = "<html>Album</html>\n";
-    WriteAll(http.Root() + QStringLiteral("/index.html"), page);
-    const QString address = QStringLiteral("http://127.0.0.1:%1/index.html").arg(http.Port());
-    const CliRun run = Cli({"http", "get", address, "page.html", "--headers"});
+    const QByteArray page = Bytes(300000);
+    WriteAll(http.Root() + QStringLiteral("/photo one.jpg"), page);
+    const QString address = QStringLiteral("http://127.0.0.1:%1/").arg(http.Port());
+    const CliRun run = Cli({"http", "get", address + "photo%20one.jpg", "page", "--headers"});
     QCOMPARE(run.exitCode, 0);
-    QVERIFY2(run.out.startsWith(QLatin1String("HTTP/1.0 200 OK\r\n")), qPrintable(run.out));
-    QCOMPARE(ReadAll(work->filePath(QStringLiteral("page.html"))), page);
+    QVERIFY2(run.out.startsWith(QLatin1String("HTTP/1.0 200 OK\r\n")) && !run.out.endsWith(QLatin1String("\r\n\n")), qPrintable(run.out));
+    QCOMPARE(ReadAll(work->filePath(QStringLiteral("page"))), page);
+    QCOMPARE(Cli({"http", "get", address + "missing", "page"}).exitCode, 0);
+    QVERIFY(ReadAll(work->filePath(QStringLiteral("page"))).contains("404"));
 }
 
 // Ctrl-C during a stalled download stops it at once: the part that arrived stays, and the
@@ -147,8 +266,7 @@ void CliNet::interruptCancelsATransfer()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("ORVANA_FTP_PASSWORD"), QStringLiteral("p"));
     process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(ORVANA_BIN_DIR "/orvana-cli"),
-                  {"ftp", "get", QStringLiteral("ftp://u@127.0.0.1:%1/a.jpg").arg(server.Port())});
+    process.start(QStringLiteral(ORVANA_BIN_DIR "/orvana-cli"), {"ftp", "get", QStringLiteral("ftp://u@127.0.0.1:%1/a.jpg").arg(server.Port())});
     // The scripted server answers only while this thread serves events.
     QTRY_VERIFY_WITH_TIMEOUT(server.commands.contains("RETR /a.jpg"), 10000);
     QTRY_COMPARE(ReadAll(work->filePath(QStringLiteral("a.jpg"))), QByteArray("part"));

@@ -3,7 +3,6 @@
 #include "TestEnvironment.h"
 
 #include <QTest>
-#include <QTimer>
 
 // The FTP engine against a scripted server: replies split and continued, refusals, odd PASV
 // replies, silence and floods that real servers do not send on demand.
@@ -79,13 +78,6 @@ void FtpScripted::replies_data()
                                              << connect << false << "Unable to connect to specified server." << QList<QByteArray>{};
     QTest::newRow("230 right after USER") << Reply("USER", {"230 Welcome, no password needed.\r\n"}) << connect << false
                                           << "Invalid user or password." << QList<QByteArray>{"USER u"};
-    QTest::newRow("password refused") << Reply("PASS", {"530 Login incorrect.\r\n"}) << connect << false
-                                      << "Invalid user or password." << login;
-    QTest::newRow("nothing listening") << asIs
-                                       << Call([](auto &engine, auto &, auto &) {
-                                              return engine.ConnectToServer(QStringLiteral("127.0.0.1"), ClosedPort(), QStringLiteral("u"), QStringLiteral("p"));
-                                          })
-                                       << false << "Unable to connect to specified server via TCP/IP." << QList<QByteArray>{};
     QTest::newRow("second connect refused, last error kept")
         << Reply("CWD", {"550 No such folder.\r\n"})
         << AfterLogIn([](auto &engine, auto &) {
@@ -140,16 +132,6 @@ void FtpScripted::replies_data()
                return !engine.GetFile(QStringLiteral("a.jpg"), folder + QStringLiteral("/a.jpg")) && ReadAll(folder + QStringLiteral("/a.jpg")) == "part";
            })
         << true << "Time out when downloading file." << login + QList<QByteArray>{"PASV", "TYPE I", "RETR a.jpg"};
-    QTest::newRow("cancelled download keeps what arrived")
-        << Script([](auto &s) {
-               s.download = "part";
-               s.holdDataOpen = true;
-           })
-        << AfterLogIn([](auto &engine, auto &folder) {
-               QTimer::singleShot(100, [&engine] { engine.SetCancel(true); });
-               return engine.GetFile(QStringLiteral("a.jpg"), folder + QStringLiteral("/a.jpg")) && ReadAll(folder + QStringLiteral("/a.jpg")) == "part";
-           })
-        << true << noError << login + QList<QByteArray>{"PASV", "TYPE I", "RETR a.jpg"};
     QTest::newRow("empty file: no block, mode change still tried")
         << asIs
         << AfterLogIn([](auto &engine, auto &folder) {

@@ -1,6 +1,5 @@
 #include "OrvHTTPEngine.h"
 #include "ScriptedServers.h"
-#include "ServerProcess.h"
 #include "TestEnvironment.h"
 
 #include <QDir>
@@ -8,8 +7,8 @@
 #include <QTest>
 #include <QTimer>
 
-// The HTTP engine against python's http.server and a scripted server for malformed responses,
-// silence and cancels.
+// The HTTP engine against a scripted server for malformed responses, silence and cancels; a real
+// server is fetched from through orvana-cli (tst_CliNet).
 
 namespace {
 
@@ -38,36 +37,11 @@ Q_DECLARE_METATYPE(Fetch)
 class HttpEngine : public QObject {
     Q_OBJECT
 private slots:
-    void realServer();
     void fetches_data();
     void fetches();
     void requestAsSent();
     void textResponse();
 };
-
-// Files come back byte for byte, and an error page is content like any other.
-void HttpEngine::realServer()
-{
-    ServerProcess server(ServerProcess::Http);
-    QVERIFY2(server.Started(), "python3 -m http.server did not start");
-    QByteArray photo(300000, Qt::Uninitialized);
-    for (qsizetype i = 0; i < photo.size(); ++i)
-        photo[i] = static_cast<char>(i * 7 + i / 251);
-    WriteAll(server.Root() + QStringLiteral("/photo one.jpg"), photo);
-    QTemporaryDir local;
-    const QString out = local.filePath(QStringLiteral("out.jpg"));
-
-    OrvHTTPEngine engine;
-    QVERIFY2(engine.HTTPGet(QStringLiteral("127.0.0.1"), server.Port(), QStringLiteral("/photo%20one.jpg"), out), qPrintable(engine.LastError()));
-    QCOMPARE(ReadAll(out), photo);
-    QVERIFY2(engine.LastResponse().startsWith(QLatin1String("HTTP/1.0 200 OK\r\n")), qPrintable(engine.LastResponse()));
-    QVERIFY(!engine.LastResponse().endsWith(QLatin1String("\r\n")));
-
-    QVERIFY(engine.HTTPGet(QStringLiteral("127.0.0.1"), server.Port(), QStringLiteral("/missing"), out));
-    QVERIFY(engine.LastResponse().startsWith(QLatin1String("HTTP/1.0 404")));
-    QVERIFY(ReadAll(out).contains("404"));
-    QCOMPARE(engine.LastError(), QString());
-}
 
 void HttpEngine::fetches_data()
 {

@@ -2,7 +2,7 @@
 
 #include <QProcess>
 
-CliRun RunCli(const QString &home, const QStringList &arguments, const QString &workingFolder)
+CliRun RunCli(const QString &home, const QStringList &arguments, const QString &workingFolder, const QMap<QString, QString> &variables)
 {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -11,6 +11,8 @@ CliRun RunCli(const QString &home, const QStringList &arguments, const QString &
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
     environment.remove(QStringLiteral("XDG_CONFIG_HOME"));
     environment.remove(QStringLiteral("XDG_DOCUMENTS_DIR"));
+    for (auto variable = variables.begin(); variable != variables.end(); ++variable)
+        variable->isNull() ? environment.remove(variable.key()) : environment.insert(variable.key(), variable.value());
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(workingFolder.isEmpty() ? home : workingFolder);
     process.start(QStringLiteral(ORVANA_BIN_DIR "/orvana-cli"), arguments);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -10,4 +11,7 @@ struct CliRun {
     QString err;
 };
 
-CliRun RunCli(const QString &home, const QStringList &arguments, const QString &workingFolder = QString());
+// `variables` are set in the child's environment only (a null value removes one), so that no
+// test changes the environment of its own process.
+CliRun RunCli(const QString &home, const QStringList &arguments, const QString &workingFolder = QString(),
+              const QMap<QString, QString> &variables = {});
