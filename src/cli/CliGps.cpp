@@ -4,6 +4,7 @@
 #include "CliGpsVerbs.h"
 #include "CliOutput.h"
 
+#include "Degrees.h"
 #include "EarthOutput.h"
 #include "GpsNumbers.h"
 #include "GpxWriter.h"
@@ -36,10 +37,14 @@ int Import(const GpsArguments &args)
     if (args.positional.size() != 1 || !QStringList{"gpx", "nmea", "ozi"}.contains(type))
         return UsageError(QStringLiteral("gps import takes FILE and an optional --type gpx, nmea or ozi"), GpsUsage);
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     CliProgressSink progress;
     const SourceImport imported = ImportTrackFile(opened.store, Absolute(args.positional[0]), type, &progress);
     const GpxImportReport &report = imported.report;
-    const QString counts = QStringLiteral("%1 track(s), %2 point(s), %3 waypoint(s)").arg(report.tracks).arg(report.points).arg(report.waypoints);
+    QString counts = QStringLiteral("%1 track(s), %2 point(s), %3 waypoint(s)").arg(report.tracks).arg(report.points).arg(report.waypoints);
+    if (report.skipped > 0)
+        counts += QStringLiteral(", %1 with an impossible position skipped").arg(report.skipped);
     if (!imported.ok) {
         const QString detail = report.error.isEmpty() ? QString() : QStringLiteral(" (") + report.error + u')';
         return SaveStoreAndFinish(opened.store, Fail(GpsText(imported.messageKey) + detail + QStringLiteral("; kept: ") + counts));
@@ -77,6 +82,8 @@ int Tracks(const GpsArguments &args)
         return UsageError(QStringLiteral("gps tracks takes no arguments"), GpsUsage);
     const double zone = ZoneHours(args);
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     QJsonArray tracks;
     for (int track = 0; track < opened.store.GetTrackCount(); ++track) {
         const QJsonObject row = TrackJson(opened.store.TrackAt(track), zone);
@@ -97,6 +104,8 @@ int Waypoints(const GpsArguments &args)
     if (!args.positional.isEmpty())
         return UsageError(QStringLiteral("gps waypoints takes no arguments"), GpsUsage);
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     QJsonArray waypoints;
     for (int n = 0; n < opened.store.WaypointCount(); ++n) {
         const Waypoint waypoint = opened.store.WaypointAt(n);
@@ -117,6 +126,8 @@ int Export(const GpsArguments &args)
     if (args.positional.size() != 2 || (what != QLatin1String("tracks") && what != QLatin1String("waypoints")))
         return UsageError(QStringLiteral("gps export takes tracks or waypoints and OUT.gpx"), GpsUsage);
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     const QString out = Absolute(args.positional[1]);
     Result written;
     if (what == QLatin1String("tracks")) {
@@ -139,10 +150,15 @@ int Export(const GpsArguments &args)
 
 int AddWaypoint(const QStringList &values)
 {
-    if (values.size() < 3 || values.size() > 5 || !NumberArgument(values[1]) || !NumberArgument(values[2])
-        || (values.size() > 3 && !NumberArgument(values[3])))
+    if (values.size() < 3 || values.size() > 5 || (values.size() > 3 && !NumberArgument(values[3])))
         return UsageError(QStringLiteral("gps waypoint add takes NAME, LAT and LON in degrees, and optionally ELE in metres and DESC"), GpsUsage);
+    for (const QString &problem : {DegreesProblem(values[1], DegreesAxis::Latitude), DegreesProblem(values[2], DegreesAxis::Longitude)}) {
+        if (!problem.isEmpty())
+            return UsageError(problem, GpsUsage);
+    }
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     opened.store.AddNewWaypoint({values[0], values[1].trimmed(), values[2].trimmed(), RoundedElevation(values.value(3)), values.value(4)});
     return SaveStoreAndFinish(opened.store, ExitDone);
 }
@@ -151,6 +167,8 @@ int AddWaypoint(const QStringList &values)
 int RemoveNamed(const QString &name, bool tracks)
 {
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     int removed = 0;
     for (int n = (tracks ? opened.store.GetTrackCount() : opened.store.WaypointCount()) - 1; n >= 0; --n) {
         const QString entry = tracks ? opened.store.TrackAt(n).name : opened.store.WaypointAt(n).name;
@@ -185,6 +203,8 @@ int LogDocument(const GpsArguments &args, bool tracks)
     if (!args.positional.isEmpty())
         return UsageError(QStringLiteral("gps kml-tracks and kml-waypoints take no arguments"), GpsUsage);
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     QList<int> all;
     for (int track = 0; track < opened.store.GetTrackCount(); ++track)
         all << track;

@@ -4,6 +4,7 @@
 #include "CliGpsVerbs.h"
 #include "CliOutput.h"
 
+#include "Degrees.h"
 #include "EarthOutput.h"
 #include "PhotoMatching.h"
 #include "TimeCorrection.h"
@@ -41,6 +42,8 @@ int Match(const GpsArguments &args, AlbumDocument &album)
     if (!photos)
         return ExitFailed;
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     CliProgressSink progress;
     const MatchReport report = MatchPhotosWithTracks(album, photos->named ? MatchScope::SelectedPhotos : MatchScope::AllPhotos,
                                                      photos->indices, opened.store, DefaultMatchWindow(ZoneHours(args)), opened.prompter, &progress);
@@ -59,6 +62,8 @@ int MatchWaypoint(const GpsArguments &args, AlbumDocument &album)
     if (!photos)
         return ExitFailed;
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     std::optional<Waypoint> waypoint;
     for (int n = 0; n < opened.store.WaypointCount() && !waypoint; ++n) {
         if (opened.store.WaypointAt(n).name == args.positional[1])
@@ -66,6 +71,24 @@ int MatchWaypoint(const GpsArguments &args, AlbumDocument &album)
     }
     if (!MatchSelectedPhotosWithSelectedWaypoint(album, photos->indices, waypoint, opened.prompter))
         return FinishWithMessages(opened.prompter, false);
+    return SaveAndFinish(album);
+}
+
+QString LocateProblem(const GpsArguments &args)
+{
+    if (args.positional.size() < 4)
+        return QStringLiteral("gps locate takes ALBUM, LAT, LON and at least one FILE");
+    const QString latitude = DegreesProblem(args.positional[1], DegreesAxis::Latitude);
+    return latitude.isEmpty() ? DegreesProblem(args.positional[2], DegreesAxis::Longitude) : latitude;
+}
+
+int Locate(const GpsArguments &args, AlbumDocument &album)
+{
+    const std::optional<Photos> photos = PhotosOf(album, args.positional.mid(3));
+    if (!photos)
+        return ExitFailed;
+    if (const Result located = LocatePhotos(album, photos->indices, args.positional[1], args.positional[2]); !located)
+        return Fail(located.message);
     return SaveAndFinish(album);
 }
 
@@ -137,6 +160,8 @@ int Kml(const GpsArguments &args, AlbumDocument &album)
     QStringList names = args.positional.mid(1);
     const QString out = !names.isEmpty() && NamesKml(names.front()) ? QDir::current().absoluteFilePath(names.takeFirst()) : QString();
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     const std::optional<AlbumOnEarth> what = EarthContents(args, album, opened.store, names);
     if (!what)
         return ExitFailed;
@@ -151,6 +176,8 @@ QString KmzProblem(const GpsArguments &args)
 int Kmz(const GpsArguments &args, AlbumDocument &album)
 {
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     const std::optional<AlbumOnEarth> what = EarthContents(args, album, opened.store, args.positional.mid(2));
     if (!what)
         return ExitFailed;
@@ -175,6 +202,7 @@ namespace {
 
 constexpr GpsAlbumVerb AlbumVerbs[] = {
     {"match", NoProblem, Match},     {"match-waypoint", MatchWaypointProblem, MatchWaypoint},
+    {"locate", LocateProblem, Locate},
     {"shift", ShiftProblem, Shift},  {"correct", CorrectProblem, Correct},
     {"kml", KmlProblem, Kml},        {"kmz", KmzProblem, Kmz},
 };

@@ -15,6 +15,7 @@ const QString GpsUsage = QStringLiteral(
     "       orvana-cli gps track remove NAME\n"
     "       orvana-cli gps match ALBUM [--offset HOURS] [FILE...]      no FILE: every photo\n"
     "       orvana-cli gps match-waypoint ALBUM WAYPOINT FILE...\n"
+    "       orvana-cli gps locate ALBUM LAT LON FILE...                  place photos by hand\n"
     "       orvana-cli gps shift ALBUM HOURS FILE...                     whole or half hours, -25 to 25\n"
     "       orvana-cli gps correct ALBUM [--days D] [--hours H] [--mins M] [--secs S] [--back] FILE...\n"
     "       orvana-cli gps kml ALBUM [OUT.kml] [--tracks] [--offset HOURS] [--show] [FILE...]\n"

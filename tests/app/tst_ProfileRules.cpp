@@ -3,6 +3,7 @@
 #include "TestEnvironment.h"
 
 #include <QFile>
+#include <QProcess>
 #include <QTest>
 
 class ProfileRules : public QObject {
@@ -13,6 +14,7 @@ private slots:
     void writing_data();
     void writing();
     void fileWrites();
+    void concurrentWriters();
 };
 
 void ProfileRules::reading_data()
@@ -101,8 +103,8 @@ void ProfileRules::writing()
     QCOMPARE(ProfileText::FindValue(written, section, key), value);
 }
 
-// The file itself: created owner-only, written whole, refused when read-only or when a value
-// would break its line.
+// The file itself: created owner-only, written whole, refused when read-only, unreadable or when
+// a value would break its line.
 void ProfileRules::fileWrites()
 {
     QTemporaryDir dir;
@@ -118,14 +120,53 @@ void ProfileRules::fileWrites()
     QVERIFY(!broken.message.isEmpty());
     QVERIFY(!ProfileFile::WriteString(path, QStringLiteral("A"), QStringLiteral("k=x"), QStringLiteral("v")).ok);
 
-    QFile::setPermissions(path, QFileDevice::ReadOwner);
     const QByteArray before = ReadAll(path);
-    QVERIFY(!ProfileFile::WriteString(path, QStringLiteral("RecentFTP"), QStringLiteral("Password"), QStringLiteral("other")).ok);
-    QCOMPARE(ReadAll(path), before);
+    for (const QFileDevice::Permissions mode : {QFileDevice::ReadOwner, QFileDevice::WriteOwner, QFileDevice::Permissions()}) {
+        QFile::setPermissions(path, mode);
+        QVERIFY(!ProfileFile::WriteString(path, QStringLiteral("RecentFTP"), QStringLiteral("Password"), QStringLiteral("other")).ok);
+        QFile::setPermissions(path, QFileDevice::ReadOwner);
+        QCOMPARE(ReadAll(path), before);
+    }
 
     QVERIFY(!ProfileFile::WriteString(dir.filePath(QStringLiteral("missing/Orvana.ini")), QStringLiteral("A"),
                                       QStringLiteral("k"), QStringLiteral("v")).ok);
     QCOMPARE(ProfileFile::ReadString(dir.filePath(QStringLiteral("missing/Orvana.ini")), QStringLiteral("A"), QStringLiteral("k")), QString());
+}
+
+// Real orvana-cli processes writing keys at once, four at a time, from the very first run: each
+// rereads the file under the lock, so no key written meanwhile is lost.
+void ProfileRules::concurrentWriters()
+{
+    QTemporaryDir home;
+    constexpr int Lanes = 4;
+    constexpr int KeysPerLane = 8;
+    std::vector<std::unique_ptr<QProcess>> lanes;
+    for (int lane = 0; lane < Lanes; ++lane) {
+        auto shell = std::make_unique<QProcess>();
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("HOME"), home.path());
+        environment.remove(QStringLiteral("XDG_DOCUMENTS_DIR"));
+        environment.remove(QStringLiteral("XDG_CONFIG_HOME"));
+        shell->setProcessEnvironment(environment);
+        shell->start(QStringLiteral("sh"), {QStringLiteral("-c"),
+                                            QStringLiteral("for i in $(seq %1); do \"$0\" settings set Race lane%2_$i $i || exit 1; done").arg(KeysPerLane).arg(lane),
+                                            QStringLiteral(ORVANA_BIN_DIR "/orvana-cli")});
+        lanes.push_back(std::move(shell));
+    }
+    for (const auto &shell : lanes) {
+        QVERIFY(shell->waitForFinished(120000));
+        QCOMPARE(shell->exitCode(), 0);
+    }
+    const QString settings = home.path() + QStringLiteral("/Documents/Orvana User Data/Orvana.ini");
+    QStringList lost;
+    for (int lane = 0; lane < Lanes; ++lane) {
+        for (int i = 1; i <= KeysPerLane; ++i) {
+            if (ProfileFile::ReadString(settings, QStringLiteral("Race"), QStringLiteral("lane%1_%2").arg(lane).arg(i)) != QString::number(i))
+                lost << QStringLiteral("lane%1_%2").arg(lane).arg(i);
+        }
+    }
+    QVERIFY2(lost.isEmpty(), qPrintable(lost.join(u' ')));
+    QCOMPARE(ProfileFile::ReadString(settings, QStringLiteral("Language"), QStringLiteral("Current")), QStringLiteral("English"));
 }
 
 QTEST_GUILESS_MAIN(ProfileRules)

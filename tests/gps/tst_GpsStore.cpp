@@ -17,7 +17,6 @@ class GpsStoreTest : public QObject {
     Q_OBJECT
 private slots:
     void init();
-    void saveKeepsTheLastVersion();
     void damagedFiles_data();
     void damagedFiles();
     void trackEdits();
@@ -41,36 +40,21 @@ void GpsStoreTest::ImportGpx(GpsStore &store, const QByteArray &body)
     QVERIFY(ImportGPXFile(store, WriteTemporary(environment->Root(), QStringLiteral("in.gpx"), Gpx(body))).ok);
 }
 
-void GpsStoreTest::saveKeepsTheLastVersion()
-{
-    GpsStore store;
-    store.AddNewWaypoint({"First", "1", "2", "3.0", ""});
-    QVERIFY(store.Save());
-    QVERIFY(!QFile::exists(StoreFiles::BackupPath(GpsStore::WaypointsPath())));
-    store.AddNewWaypoint({"Second", "1", "2", "3.0", ""});
-    QVERIFY(store.Save());
-
-    DataList old;
-    QVERIFY(old.Load(StoreFiles::BackupPath(GpsStore::WaypointsPath())));
-    QCOMPARE(old.ItemCount(), 1);
-    GpsStore reopened;
-    reopened.Load(nullptr);
-    QCOMPARE(DescribeWaypoints(reopened), (QStringList{"First|1|2|3.0|", "Second|1|2|3.0|"}));
-}
-
 void GpsStoreTest::damagedFiles_data()
 {
-    QTest::addColumn<QString>("damaged");  // "index", "waypoints" or "points"
+    QTest::addColumn<QString>("damaged");  // "index", "waypoints", "points", "missing"; "+backup" when the backup is damaged too
     QTest::addColumn<bool>("withBackup");
     QTest::addColumn<bool>("told");
-    QTest::addColumn<int>("tracks");
+    QTest::addColumn<int>("tracks");       // -1: the store refuses to open
     QTest::addColumn<int>("waypoints");
     QTest::addColumn<int>("points");       // of the first track
 
-    QTest::newRow("index from its backup") << "index" << true << true << 1 << 2 << 3;
-    QTest::newRow("index without backup") << "index" << false << false << 0 << 2 << 0;
+    QTest::newRow("index from its backup") << "index" << true << true << 1 << 2 << 0;
+    QTest::newRow("index without backup: refused") << "index" << false << false << -1 << 0 << 0;
+    QTest::newRow("index and its backup damaged: refused") << "index+backup" << true << true << -1 << 0 << 0;
     QTest::newRow("waypoints from their backup") << "waypoints" << true << true << 2 << 1 << 3;
-    QTest::newRow("points from their backup") << "points" << true << true << 2 << 2 << 2;
+    QTest::newRow("waypoints without backup: refused") << "waypoints" << false << false << -1 << 0 << 0;
+    QTest::newRow("points from their backup") << "points" << true << true << 2 << 2 << 3;
     QTest::newRow("points without backup") << "points" << false << false << 2 << 2 << 0;
     QTest::newRow("missing index") << "missing" << false << false << 0 << 2 << 0;
 }
@@ -84,44 +68,56 @@ void GpsStoreTest::damagedFiles()
     QFETCH(int, waypoints);
     QFETCH(int, points);
 
-    // Two imports of one track and two saves: the backups hold the first version of each list,
-    // and the point file's backup the first import, which had a point less.
+    // Two imports of one track and two saves: the backups hold the first version of each list;
+    // the second track's own point file got its backup when the track was renamed.
     GpsStore store;
     ImportGpx(store, "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"><time>2020-01-01T00:00:00Z</time></trkpt>"
                      "<trkpt lat=\"1\" lon=\"1\"><time>2020-01-01T00:10:00Z</time></trkpt></trkseg></trk><wpt lat=\"1\" lon=\"1\"/>");
     QVERIFY(store.Save());
     ImportGpx(store, "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"><time>2020-01-01T00:00:00Z</time></trkpt><trkpt lat=\"2\" lon=\"2\"/>"
                      "<trkpt lat=\"1\" lon=\"1\"><time>2020-01-01T00:10:00Z</time></trkpt></trkseg></trk><wpt lat=\"2\" lon=\"2\"/>");
+    QVERIFY(store.ModifyTrackName(1, QStringLiteral("Twice"), nullptr)); // keeps the point file's backup
     QVERIFY(store.Save());
 
-    const QString pointFile = GpsStore::TrackFilePath(store.TrackAt(0));
-    const QString file = damaged == u"index" || damaged == u"missing" ? GpsStore::IndexPath()
-        : damaged == u"waypoints"                                     ? GpsStore::WaypointsPath()
-                                                                      : pointFile;
+    const QString pointFile = GpsStore::TrackFilePath(store.TrackAt(1));
+    const QString file = damaged.startsWith(u"index") || damaged == u"missing" ? GpsStore::IndexPath()
+        : damaged == u"waypoints"                                             ? GpsStore::WaypointsPath()
+                                                                              : pointFile;
+    const QByteArray garbage = "<?xml version=\"1.0\"?><plist><dict><key>Items</key><array><dict>";
     if (damaged == u"missing")
         QFile::remove(file);
     else
-        WriteAll(file, "<?xml version=\"1.0\"?><plist><dict><key>Items</key><array><dict>");
+        WriteAll(file, garbage);
     if (!withBackup)
         QFile::remove(StoreFiles::BackupPath(file));
+    if (damaged.endsWith(u"+backup"))
+        WriteAll(StoreFiles::BackupPath(file), garbage);
 
     RecordingPrompter prompter;
     GpsStore reopened;
-    reopened.Load(&prompter);
-    TrackPoints loaded;
-    if (reopened.GetTrackCount() > 0)
-        LoadTrackPoints(reopened.TrackAt(0), loaded, &prompter);
+    const Result loaded = reopened.Load(&prompter);
+    TrackPoints loadedPoints;
+    if (reopened.GetTrackCount() > 1)
+        LoadTrackPoints(reopened.TrackAt(1), loadedPoints, &prompter);
+    QCOMPARE(prompter.errors, told ? QStringList{GetLocalizedString(QStringLiteral("DataFileError"), QStringLiteral("System"))} : QStringList());
+    if (tracks < 0) {
+        // Refused, naming the file; a save never writes over what could not be read.
+        QVERIFY(!loaded.ok && loaded.message.contains(file));
+        reopened.AddNewWaypoint({"W", "1", "1", "0.0", ""});
+        QVERIFY(!reopened.Save());
+        QCOMPARE(ReadAll(file), garbage);
+        return;
+    }
+    QVERIFY2(loaded.ok, qPrintable(loaded.message));
     QCOMPARE(reopened.GetTrackCount(), tracks);
     QCOMPARE(reopened.WaypointCount(), waypoints);
-    QCOMPARE(loaded.Count(), points);
-    QCOMPARE(prompter.errors, told ? QStringList{GetLocalizedString(QStringLiteral("DataFileError"), QStringLiteral("System"))} : QStringList());
+    QCOMPARE(loadedPoints.Count(), points);
     // A restored file is whole again: the next load says nothing.
-    if (told) {
-        RecordingPrompter again;
-        GpsStore third;
-        third.Load(&again);
+    RecordingPrompter again;
+    GpsStore third;
+    QVERIFY(third.Load(&again).ok);
+    if (told)
         QCOMPARE(again.errors, QStringList());
-    }
 }
 
 void GpsStoreTest::trackEdits()
