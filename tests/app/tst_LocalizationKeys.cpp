@@ -35,7 +35,9 @@ QStringList Arguments(const QString &text, qsizetype open)
     for (qsizetype i = open + 1; i < text.size(); ++i) {
         const QChar c = text[i];
         if (c == u'"') { // a string literal, escapes included
-            const qsizetype end = text.indexOf(QRegularExpression(QStringLiteral(R"((?<!\\)")")), i + 1);
+            qsizetype end = i + 1;
+            while (end < text.size() && (text[end] != u'"' || text[end - 1] == u'\\'))
+                ++end;
             arguments.back() += text.mid(i, end - i + 1);
             i = end;
             continue;

@@ -121,7 +121,8 @@ void ProfileRules::fileWrites()
     QVERIFY(!ProfileFile::WriteString(path, QStringLiteral("A"), QStringLiteral("k=x"), QStringLiteral("v")).ok);
 
     const QByteArray before = ReadAll(path);
-    for (const QFileDevice::Permissions mode : {QFileDevice::ReadOwner, QFileDevice::WriteOwner, QFileDevice::Permissions()}) {
+    const QFileDevice::Permissions modes[] = {QFileDevice::ReadOwner, QFileDevice::WriteOwner, {}};
+    for (const QFileDevice::Permissions mode : modes) {
         QFile::setPermissions(path, mode);
         QVERIFY(!ProfileFile::WriteString(path, QStringLiteral("RecentFTP"), QStringLiteral("Password"), QStringLiteral("other")).ok);
         QFile::setPermissions(path, QFileDevice::ReadOwner);
