@@ -78,6 +78,10 @@ QString GpsStore::TrackFilePath(const Track &track)
 
 QString GpsStore::NewTrackFileName(const Track &track) const
 {
+    // Tracks with equal times share their file on purpose: a second import of a track replaces its
+    // points. A track without both times has no such name, so it gets a file of its own.
+    if (TimeText::Seconds(track.beginTime) && TimeText::Seconds(track.endTime))
+        return TimesFileName(track);
     QSet<QString> taken;
     for (int n = 0; n < GetTrackCount(); ++n)
         taken.insert(TrackFilePath(TrackAt(n)));
@@ -85,12 +89,8 @@ QString GpsStore::NewTrackFileName(const Track &track) const
         const QString path = Folder() + u'/' + name;
         return !taken.contains(path) && !QFile::exists(path) && !QFile::exists(StoreFiles::BackupPath(path));
     };
-    const bool timed = TimeText::Seconds(track.beginTime) && TimeText::Seconds(track.endTime);
-    if (timed && isFree(TimesFileName(track)))
-        return TimesFileName(track);
-    const QString base = timed ? TimesFileName(track).chopped(6) : QStringLiteral("untimed");
     for (int n = 1;; ++n) {
-        const QString name = base + QStringLiteral("(%1).plist").arg(n);
+        const QString name = QStringLiteral("untimed(%1).plist").arg(n);
         if (isFree(name))
             return name;
     }

@@ -20,8 +20,8 @@ public:
     // The track's own point file: "yyyymmdd_HHmmss-yyyymmdd_HHmmss.plist" from BEGINTIME and
     // ENDTIME, or the name the index keeps for it.
     static QString TrackFilePath(const Track &track);
-    // The point file name for a new track: the one its times give when it has both and no other
-    // track or file has it, else the first free "name(n).plist", so that tracks never share points.
+    // The point file name for a new track: the one its times give when it has both, else the first
+    // free "untimed(n).plist", so that tracks without times never share points.
     QString NewTrackFileName(const Track &track) const;
 
     // Reads waypoints.plist, then tracks.plist; a damaged file is replaced by its backup after

@@ -225,9 +225,9 @@ void GpxTest::readingRules_data()
     QTest::newRow("tracks without times keep their own points")
         << Gpx("<trk><name>A</name><trkseg><trkpt lat=\"1\" lon=\"1\"/></trkseg></trk><trk><name>B</name><trkseg><trkpt lat=\"2\" lon=\"2\"/></trkseg></trk>")
         << true << QStringList{"A|||(1,1)-(1,1)", ",1,1,0.0", "B|||(2,2)-(2,2)", ",2,2,0.0"} << QStringList() << 0;
-    QTest::newRow("tracks with equal times keep their own points")
+    QTest::newRow("tracks with equal times share one file, the later save wins")
         << ("<gpx>" + twoTracks + "</trkseg></trk><trk><name>C</name><trkseg><trkpt lat=\"5\" lon=\"6\"><time>2020-01-01T00:00:00Z</time></trkpt></trkseg></trk></gpx>")
-        << true << trackA + QStringList{"B|2020-01-02 00:00:00|2020-01-02 00:00:00|(3,4)-(3,4)", "2020-01-02T00:00:00Z,3,4,0.0",
+        << true << QStringList{trackA[0], "2020-01-01T00:00:00Z,5,6,0.0", "B|2020-01-02 00:00:00|2020-01-02 00:00:00|(3,4)-(3,4)", "2020-01-02T00:00:00Z,3,4,0.0",
                                         "C|2020-01-01 00:00:00|2020-01-01 00:00:00|(5,6)-(5,6)", "2020-01-01T00:00:00Z,5,6,0.0"}
         << QStringList() << 0;
     QTest::newRow("impossible positions are skipped and counted")
