@@ -53,11 +53,6 @@ void WriteSettings(ScopedTestEnvironment &environment, const QByteArray &content
     WriteAll(environment.SettingsPath(), content);
 }
 
-QString Setting(const char *section, const char *key)
-{
-    return ReadSetting(QString::fromLatin1(section), QString::fromLatin1(key));
-}
-
 const QStringList SplashOpening = {"ShowSplash", "PumpEvents", "Wait 200", "SplashNormalShow", "DiscoverPlugins"};
 const QStringList SplashClosing = {"UnloadSplash", "PumpEvents"};
 

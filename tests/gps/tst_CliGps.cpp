@@ -83,7 +83,7 @@ void CliGpsTest::usage_data()
     QTest::newRow("unknown type") << QStringList{"gps", "import", "x.log", "--type", "kml"} << 2 << "" << "usage:";
     QTest::newRow("offset out of range") << QStringList{"gps", "tracks", "--offset", "30"} << 2 << "" << "--offset";
     QTest::newRow("shift by a third of an hour") << QStringList{"gps", "shift", "Album", "0.3", "a.jpg"} << 2 << "" << "whole or half";
-    QTest::newRow("waypoint without a number") << QStringList{"gps", "waypoint", "add", "Hut", "north", "13"} << 2 << "" << "LAT and LON";
+    QTest::newRow("waypoint without a number") << QStringList{"gps", "waypoint", "add", "Hut", "north", "13"} << 2 << "" << "\"north\" is not a latitude";
     QTest::newRow("missing file") << QStringList{"gps", "import", "nowhere.gpx"} << 1 << "" << "could not be imported";
     QTest::newRow("nothing to remove") << QStringList{"gps", "track", "remove", "Ghost"} << 1 << "" << "no track named";
     QTest::newRow("missing album") << QStringList{"gps", "match", "nowhere"} << 1 << "" << "nowhere";
