@@ -19,8 +19,6 @@ private slots:
     void init();
     void damagedFiles_data();
     void damagedFiles();
-    void trackEdits();
-    void waypointEdits();
     void foreignValuesSurvive();
     void statistics_data();
     void statistics();
@@ -120,51 +118,6 @@ void GpsStoreTest::damagedFiles()
         QCOMPARE(again.errors, QStringList());
 }
 
-void GpsStoreTest::trackEdits()
-{
-    GpsStore store;
-    ImportGpx(store, "<trk><name>Old</name><trkseg><trkpt lat=\"1\" lon=\"1\"><time>2020-01-01T00:00:00Z</time></trkpt></trkseg></trk>"
-                     "<trk><name>Other</name><trkseg><trkpt lat=\"1\" lon=\"1\"><time>2021-01-01T00:00:00Z</time></trkpt></trkseg></trk>");
-    QVERIFY(store.ModifyTrackName(0, QStringLiteral("New & shiny"), nullptr));
-    QCOMPARE(store.TrackAt(0).name, QStringLiteral("New & shiny"));
-    DataList pointFile;
-    QVERIFY(pointFile.Load(GpsStore::TrackFilePath(store.TrackAt(0))));
-    QCOMPARE(pointFile.GetDocumentProperty(QStringLiteral("NAME")), QStringLiteral("New & shiny"));
-    QCOMPARE(pointFile.ItemCount(), 1);
-
-    RecordingPrompter prompter;
-    prompter.answer = false;
-    QVERIFY(!store.RemoveTrack(0, &prompter));
-    QCOMPARE(prompter.asked, QStringList{GetLocalizedString(QStringLiteral("MessageDeleteTrack"), QStringLiteral("GPS"))});
-    QCOMPARE(store.GetTrackCount(), 2);
-    prompter.answer = true;
-    const QString removedFile = GpsStore::TrackFilePath(store.TrackAt(0));
-    QVERIFY(store.RemoveTrack(0, &prompter));
-    QCOMPARE(store.GetTrackCount(), 1);
-    QCOMPARE(store.TrackAt(0).name, QStringLiteral("Other"));
-    QVERIFY(!QFile::exists(removedFile));
-    QVERIFY(QFile::exists(GpsStore::TrackFilePath(store.TrackAt(0))));
-}
-
-void GpsStoreTest::waypointEdits()
-{
-    GpsStore store;
-    store.AddNewWaypoint({"A", "1", "2", "3.0", "first"});
-    store.AddNewWaypoint({"B", "4", "5", "6.0", ""});
-    store.ModifyWaypoint(0, {"A2", "-1", "-2", "0.0", "moved"});
-    RecordingPrompter prompter;
-    prompter.answer = false;
-    QVERIFY(!store.RemoveWaypoint(1, &prompter));
-    QCOMPARE(prompter.asked, QStringList{GetLocalizedString(QStringLiteral("MessageDeleteWaypoint"), QStringLiteral("GPS"))});
-    prompter.answer = true;
-    QVERIFY(store.RemoveWaypoint(1, &prompter));
-    QVERIFY(store.IsModified());
-    QVERIFY(store.Save());
-    GpsStore reopened;
-    reopened.Load(nullptr);
-    QCOMPARE(DescribeWaypoints(reopened), QStringList{"A2|-1|-2|0.0|moved"});
-}
-
 void GpsStoreTest::foreignValuesSurvive()
 {
     QDir().mkpath(GpsStore::Folder());
@@ -197,8 +150,7 @@ void GpsStoreTest::statistics_data()
     QTest::newRow("metric") << degree << "M" << QStringList{"111.2 km", "02:30:05", "44.4 km/hr", "-12.5 ~ 100.0 m"};
     QTest::newRow("English") << degree << "E" << QStringList{"69.1 mi", "02:30:05", "27.6 mi/hr", "-41.0 ~ 328.1 ft"};
     QTest::newRow("one point, no time") << QByteArray("<trkpt lat=\"48\" lon=\"11\"/>") << "" << QStringList{"0.0 km", "00:00:00", "0.0 km/hr", "0.0 ~ 0.0 m"};
-    QTest::newRow("a quarter of the earth")
-        << QByteArray("<trkpt lat=\"90\" lon=\"0\"><time>2020-01-01T00:00:00Z</time></trkpt><trkpt lat=\"0\" lon=\"0\"><time>2020-01-03T04:00:00Z</time></trkpt>")
+    QTest::newRow("a quarter of the earth") << QByteArray("<trkpt lat=\"90\" lon=\"0\"><time>2020-01-01T00:00:00Z</time></trkpt><trkpt lat=\"0\" lon=\"0\"><time>2020-01-03T04:00:00Z</time></trkpt>")
         << "" << QStringList{"10006.0 km", "52:00:00", "192.4 km/hr", "0.0 ~ 0.0 m"};
 }
 

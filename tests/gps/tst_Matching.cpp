@@ -3,10 +3,8 @@
 #include "Language.h"
 #include "PhotoMatching.h"
 #include "PhotoRecord.h"
-#include "Settings.h"
 #include "TestEnvironment.h"
 
-#include <QDir>
 #include <QTest>
 
 // Geotagging by time: the documented cases on real albums and stores and the period of the
@@ -17,7 +15,6 @@ private slots:
     void init();
     void matchingRules_data();
     void matchingRules();
-    void nothingToMatch();
     void periodOfTheWindow();
 
 private:
@@ -57,56 +54,37 @@ void MatchingTest::matchingRules_data()
     QTest::addColumn<QStringList>("latitudes"); // per photo, after matching
 
     using Tracks = QList<QStringList>;
-    QTest::newRow("300 s is in reach") << 2.0 << Tracks{{"2008-06-01T09:00:00Z 0.5", "2008-06-01T10:05:00Z 1.0"}} << QStringList{"2008-06-01 12:00:00"}
-                                       << QStringList{"1.0"};
-    QTest::newRow("301 s is not") << 2.0 << Tracks{{"2008-06-01T09:00:00Z 0.5", "2008-06-01T10:05:01Z 1.0"}} << QStringList{"2008-06-01 12:00:00"}
-                                  << QStringList{""};
+    QTest::newRow("300 s is in reach") << 2.0 << Tracks{{"2008-06-01T09:00:00Z 0.5", "2008-06-01T10:05:00Z 1.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
+    QTest::newRow("301 s is not") << 2.0 << Tracks{{"2008-06-01T09:00:00Z 0.5", "2008-06-01T10:05:01Z 1.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{""};
     QTest::newRow("the window is strict: a track beginning 300 s after the photo is not walked")
         << 2.0 << Tracks{{"2008-06-01T10:05:00Z 1.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{""};
     QTest::newRow("an exact match gives way to the next point in reach")
-        << 0.0 << Tracks{{"2008-06-01T12:00:00Z 1.0", "2008-06-01T12:00:04Z 2.0", "2008-06-01T12:00:08Z 3.0"}} << QStringList{"2008-06-01 12:00:00"}
-        << QStringList{"2.0"};
+        << 0.0 << Tracks{{"2008-06-01T12:00:00Z 1.0", "2008-06-01T12:00:04Z 2.0", "2008-06-01T12:00:08Z 3.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"2.0"};
     QTest::newRow("an exact match stays when the next point is out of reach")
         << 0.0 << Tracks{{"2008-06-01T12:00:00Z 1.0", "2008-06-01T12:06:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
-    QTest::newRow("the closer of two tracks")
-        << 0.0 << Tracks{{"2008-06-01T12:01:00Z 1.0"}, {"2008-06-01T11:59:30Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"2.0"};
-    QTest::newRow("a tie goes to the earlier track")
-        << 0.0 << Tracks{{"2008-06-01T12:00:30Z 1.0"}, {"2008-06-01T11:59:30Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
+    QTest::newRow("the closer of two tracks") << 0.0 << Tracks{{"2008-06-01T12:01:00Z 1.0"}, {"2008-06-01T11:59:30Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"2.0"};
+    QTest::newRow("a tie goes to the earlier track") << 0.0 << Tracks{{"2008-06-01T12:00:30Z 1.0"}, {"2008-06-01T11:59:30Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
     QTest::newRow("a tie within a track goes to the earlier point")
         << 0.0 << Tracks{{"2008-06-01T11:59:50Z 1.0", "2008-06-01T12:00:10Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
-    QTest::newRow("200 s before the track: its first point")
-        << 0.0 << Tracks{{"2008-06-01T12:03:20Z 1.0", "2008-06-01T12:04:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
-    QTest::newRow("400 s before the track: nothing")
-        << 0.0 << Tracks{{"2008-06-01T12:06:40Z 1.0", "2008-06-01T12:07:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{""};
-    QTest::newRow("zone +5.5") << 5.5 << Tracks{{"2008-06-01T06:30:00Z 1.0", "2008-06-01T06:40:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"}
-                               << QStringList{"1.0"};
-    QTest::newRow("zone -3.5 across midnight") << -3.5 << Tracks{{"2008-01-01T02:00:00Z 1.0"}} << QStringList{"2007-12-31 22:30:00"}
-                                               << QStringList{"1.0"};
-    QTest::newRow("no interpolation: the nearer point")
-        << 0.0 << Tracks{{"2008-06-01T11:59:00Z 1.0", "2008-06-01T12:00:50Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"2.0"};
+    QTest::newRow("200 s before the track: its first point") << 0.0 << Tracks{{"2008-06-01T12:03:20Z 1.0", "2008-06-01T12:04:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
+    QTest::newRow("400 s before the track: nothing") << 0.0 << Tracks{{"2008-06-01T12:06:40Z 1.0", "2008-06-01T12:07:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{""};
     QTest::newRow("points without time are passed over")
         << 0.0 << Tracks{{"2008-06-01T11:50:00Z 1.0", "- 2.0", "2008-06-01T12:00:20Z 3.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"3.0"};
     QTest::newRow("the walk stops at the first point farther than the best")
-        << 0.0 << Tracks{{"2008-06-01T11:59:50Z 1.0", "2008-06-01T12:04:00Z 2.0", "2008-06-01T11:59:58Z 3.0"}} << QStringList{"2008-06-01 12:00:00"}
-        << QStringList{"1.0"};
+        << 0.0 << Tracks{{"2008-06-01T11:59:50Z 1.0", "2008-06-01T12:04:00Z 2.0", "2008-06-01T11:59:58Z 3.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
     QTest::newRow("the best carries over: a later track starting farther is not walked")
-        << 0.0 << Tracks{{"2008-06-01T12:01:40Z 1.0"}, {"2008-06-01T11:56:00Z 2.0", "2008-06-01T11:59:59Z 3.0"}} << QStringList{"2008-06-01 12:00:00"}
-        << QStringList{"1.0"};
-    QTest::newRow("a former position is never cleared")
-        << 0.0 << Tracks{{"2008-06-01T14:00:00Z 1.0"}} << QStringList{"2008-06-01 12:00:00 46.500000"} << QStringList{"46.500000"};
+        << 0.0 << Tracks{{"2008-06-01T12:01:40Z 1.0"}, {"2008-06-01T11:56:00Z 2.0", "2008-06-01T11:59:59Z 3.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
+    QTest::newRow("a former position is never cleared") << 0.0 << Tracks{{"2008-06-01T14:00:00Z 1.0"}} << QStringList{"2008-06-01 12:00:00 46.500000"} << QStringList{"46.500000"};
     QTest::newRow("photos before 1990 are left alone")
-        << 0.0 << Tracks{{"1989-12-31T23:59:00Z 1.0", "1990-01-01T00:05:00Z 2.0"}} << QStringList{"1989-12-31 23:59:59", "1990-01-01 00:04:00", "garbled"}
-        << QStringList{"", "2.0", ""};
+        << 0.0 << Tracks{{"1989-12-31T23:59:00Z 1.0", "1990-01-01T00:05:00Z 2.0"}} << QStringList{"1989-12-31 23:59:59", "1990-01-01 00:04:00", "garbled"} << QStringList{"", "2.0", ""};
     QTest::newRow("a point more than 268435455 s away stops the walk before any match")
         << 0.0 << Tracks{{"1999-01-01T00:00:00Z 1.0", "2008-06-01T12:00:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{""};
     QTest::newRow("the window's extra day: a track ending the day before is still walked")
         << 0.0 << Tracks{{"2008-06-01T11:00:00Z 1.0", "2008-06-02T11:59:00Z 2.0"}} << QStringList{"2008-06-02 12:00:00"} << QStringList{"2.0"};
-    QTest::newRow("out of time order, walked in stored order")
-        << 0.0 << Tracks{{"2008-06-01T11:58:00Z 1.0", "2008-06-01T12:01:00Z 2.0", "2008-06-01T11:59:30Z 3.0", "2008-06-01T12:00:10Z 4.0"}}
+    QTest::newRow("out of time order, walked in stored order") << 0.0 << Tracks{{"2008-06-01T11:58:00Z 1.0", "2008-06-01T12:01:00Z 2.0", "2008-06-01T11:59:30Z 3.0", "2008-06-01T12:00:10Z 4.0"}}
         << QStringList{"2008-06-01 12:00:00"} << QStringList{"4.0"};
     QTest::newRow("a track in reverse order is placed by its first and last points")
-        << 0.0 << Tracks{{"2008-06-01T12:10:00Z 1.0", "2008-06-01T12:00:30Z 2.0", "2008-06-01T12:00:10Z 3.0"}} << QStringList{"2008-06-01 12:00:00"}
-        << QStringList{""};
+        << 0.0 << Tracks{{"2008-06-01T12:10:00Z 1.0", "2008-06-01T12:00:30Z 2.0", "2008-06-01T12:00:10Z 3.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{""};
 }
 
 void MatchingTest::matchingRules()
@@ -140,19 +118,6 @@ void MatchingTest::matchingRules()
         }
     }
     QCOMPARE(got, latitudes);
-}
-
-void MatchingTest::nothingToMatch()
-{
-    GpsStore empty;
-    auto album = MakeAlbum(environment->Root() + QStringLiteral("/Album"), {{"File=a.jpg", "CaptureDate=2020-05-05 10:00:10"}});
-    RecordingPrompter prompter;
-    QVERIFY(!MatchPhotosWithTracks(*album, MatchScope::AllPhotos, {1}, empty, DefaultMatchWindow(0), prompter, nullptr).ran);
-    QVERIFY(!MatchPhotosWithTracks(*album, MatchScope::SelectedPhotos, {}, empty, DefaultMatchWindow(0), prompter, nullptr).ran);
-    QCOMPARE(prompter.informed, (QStringList{GetLocalizedString(QStringLiteral("MessageNoPhotosOrTrackToMatch"), QStringLiteral("GPS")),
-                                             GetLocalizedString(QStringLiteral("MessageNoSelectedPhotosOrTrackToMatch"), QStringLiteral("GPS"))}));
-    QVERIFY(!album->IsModified());
-    QVERIFY(ReadSetting(QStringLiteral("GPS"), QStringLiteral("LocatedPhotos")).isEmpty());
 }
 
 void MatchingTest::periodOfTheWindow()
