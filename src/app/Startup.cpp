@@ -11,21 +11,16 @@
 #include "Settings.h"
 
 #include <QDir>
-#include <QSaveFile>
 
 namespace {
 
 const QString SystemSection = QStringLiteral("System");
 const QString English = QStringLiteral("English");
 
+// Another copy of the program starting at the same moment may have written it first.
 void WriteFirstRunFile(const QString &language)
 {
-    QSaveFile file(SettingsFilePath());
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    file.write(FirstRunSettings(AppPath(), language, DefaultLibraryPath()));
-    file.commit();
+    (void)ProfileFile::CreateIfMissing(SettingsFilePath(), FirstRunSettings(AppPath(), language, DefaultLibraryPath()));
 }
 
 // The maker's sharing server for Chinese-speaking users, a value of the installed configuration.

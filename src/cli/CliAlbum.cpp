@@ -6,6 +6,7 @@
 #include "Paths.h"
 #include "PhotoRecord.h"
 #include "RecordEdit.h"
+#include "WallClock.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -93,10 +94,10 @@ int FindDate(const Arguments &args, AlbumDocument &album)
 {
     const QString text = args.positional.value(1);
     const bool hour = text.size() == 13;
-    const QDateTime date = QDateTime::fromString(text, hour ? QStringLiteral("yyyy-MM-dd HH") : QStringLiteral("yyyy-MM-dd"));
-    if (args.positional.size() != 2 || !date.isValid())
+    const std::optional<QDateTime> date = text.size() == 10 || hour ? ReadWallClock(text) : std::nullopt;
+    if (args.positional.size() != 2 || !date)
         return args.UsageError(QStringLiteral("album find-date takes ALBUM and a date yyyy-mm-dd or \"yyyy-mm-dd hh\""));
-    album.FindItemsWithDate(date, hour ? QStringLiteral("yyyy-mm-dd hh") : QStringLiteral("yyyy-mm-dd"));
+    album.FindItemsWithDate(*date, hour ? QStringLiteral("yyyy-mm-dd hh") : QStringLiteral("yyyy-mm-dd"));
     for (const int index : album.SelectedIndices())
         PrintOut(album.Record(PhotoRecord::File, index));
     return ExitDone;

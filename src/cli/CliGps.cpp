@@ -5,6 +5,7 @@
 #include "CliGroups.h"
 #include "CliOutput.h"
 
+#include "Degrees.h"
 #include "EarthOutput.h"
 #include "GpsNumbers.h"
 #include "GpxWriter.h"
@@ -38,10 +39,14 @@ int Import(const GpsArguments &args)
     if (args.positional.size() != 1 || !QStringList{"gpx", "nmea", "ozi"}.contains(type))
         return args.UsageError(QStringLiteral("gps import takes FILE and an optional --type gpx, nmea or ozi"));
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     CliProgressSink progress;
     const SourceImport imported = ImportTrackFile(opened.store, Absolute(args.positional[0]), type, &progress);
     const GpxImportReport &report = imported.report;
-    const QString counts = QStringLiteral("%1 track(s), %2 point(s), %3 waypoint(s)").arg(report.tracks).arg(report.points).arg(report.waypoints);
+    QString counts = QStringLiteral("%1 track(s), %2 point(s), %3 waypoint(s)").arg(report.tracks).arg(report.points).arg(report.waypoints);
+    if (report.skipped > 0)
+        counts += QStringLiteral(", %1 with an impossible position skipped").arg(report.skipped);
     if (!imported.ok) {
         const QString detail = report.error.isEmpty() ? QString() : QStringLiteral(" (") + report.error + u')';
         return SaveStoreAndFinish(opened.store, Fail(GpsText(imported.messageKey) + detail + QStringLiteral("; kept: ") + counts));
@@ -79,6 +84,8 @@ int Tracks(const GpsArguments &args)
         return args.UsageError(QStringLiteral("gps tracks takes no arguments"));
     const double zone = ZoneHours(args);
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     QJsonArray tracks;
     for (int track = 0; track < opened.store.GetTrackCount(); ++track) {
         const QJsonObject row = TrackJson(opened.store.TrackAt(track), zone);
@@ -99,6 +106,8 @@ int Waypoints(const GpsArguments &args)
     if (!args.positional.isEmpty())
         return args.UsageError(QStringLiteral("gps waypoints takes no arguments"));
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     QJsonArray waypoints;
     for (int n = 0; n < opened.store.WaypointCount(); ++n) {
         const Waypoint waypoint = opened.store.WaypointAt(n);
@@ -119,6 +128,8 @@ int Export(const GpsArguments &args)
     if (args.positional.size() != 2 || (what != QLatin1String("tracks") && what != QLatin1String("waypoints")))
         return args.UsageError(QStringLiteral("gps export takes tracks or waypoints and OUT.gpx"));
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     const QString out = Absolute(args.positional[1]);
     Result written;
     if (what == QLatin1String("tracks")) {
@@ -142,10 +153,15 @@ int Export(const GpsArguments &args)
 int AddWaypoint(const GpsArguments &args)
 {
     const QStringList &values = args.positional;
-    if (values.size() < 3 || values.size() > 5 || !NumberArgument(values[1]) || !NumberArgument(values[2])
-        || (values.size() > 3 && !NumberArgument(values[3])))
+    if (values.size() < 3 || values.size() > 5 || (values.size() > 3 && !NumberArgument(values[3])))
         return args.UsageError(QStringLiteral("gps waypoint add takes NAME, LAT and LON in degrees, and optionally ELE in metres and DESC"));
+    for (const QString &problem : {DegreesProblem(values[1], DegreesAxis::Latitude), DegreesProblem(values[2], DegreesAxis::Longitude)}) {
+        if (!problem.isEmpty())
+            return args.UsageError(problem);
+    }
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     opened.store.AddNewWaypoint({values[0], values[1].trimmed(), values[2].trimmed(), RoundedElevation(values.value(3)), values.value(4)});
     return SaveStoreAndFinish(opened.store, ExitDone);
 }
@@ -154,6 +170,8 @@ int AddWaypoint(const GpsArguments &args)
 int RemoveNamed(const QString &name, bool tracks)
 {
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     QList<int> named = tracks ? opened.store.TracksNamed(name) : opened.store.WaypointsNamed(name);
     int removed = 0;
     std::reverse(named.begin(), named.end());
@@ -186,6 +204,8 @@ int LogDocument(const GpsArguments &args, bool tracks)
     if (!args.positional.isEmpty())
         return args.UsageError(QStringLiteral("gps kml-tracks and kml-waypoints take no arguments"));
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     QList<int> all;
     for (int track = 0; track < opened.store.GetTrackCount(); ++track)
         all << track;

@@ -4,6 +4,7 @@
 #include "CliGpsVerbs.h"
 #include "CliOutput.h"
 
+#include "Degrees.h"
 #include "EarthOutput.h"
 #include "PhotoMatching.h"
 #include "TimeCorrection.h"
@@ -39,6 +40,8 @@ int Match(const GpsArguments &args, AlbumDocument &album)
     if (!photos)
         return ExitFailed;
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     CliProgressSink progress;
     const MatchReport report = MatchPhotosWithTracks(album, photos->named ? MatchScope::SelectedPhotos : MatchScope::AllPhotos,
                                                      photos->indices, opened.store, DefaultMatchWindow(ZoneHours(args)), opened.prompter, &progress);
@@ -57,10 +60,30 @@ int MatchWaypoint(const GpsArguments &args, AlbumDocument &album)
     if (!photos)
         return ExitFailed;
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     const QList<int> named = opened.store.WaypointsNamed(args.positional[1]);
     const std::optional<Waypoint> waypoint = named.isEmpty() ? std::nullopt : std::optional(opened.store.WaypointAt(named.front()));
     if (!MatchSelectedPhotosWithSelectedWaypoint(album, photos->indices, waypoint, opened.prompter))
         return FinishWithMessages(opened.prompter, false);
+    return SaveAndFinish(album);
+}
+
+QString LocateProblem(const GpsArguments &args)
+{
+    if (args.positional.size() < 4)
+        return QStringLiteral("gps locate takes ALBUM, LAT, LON and at least one FILE");
+    const QString latitude = DegreesProblem(args.positional[1], DegreesAxis::Latitude);
+    return latitude.isEmpty() ? DegreesProblem(args.positional[2], DegreesAxis::Longitude) : latitude;
+}
+
+int Locate(const GpsArguments &args, AlbumDocument &album)
+{
+    const std::optional<Photos> photos = PhotosOf(album, args.positional.mid(3));
+    if (!photos)
+        return ExitFailed;
+    if (const Result located = LocatePhotos(album, photos->indices, args.positional[1], args.positional[2]); !located)
+        return Fail(located.message);
     return SaveAndFinish(album);
 }
 
@@ -132,6 +155,8 @@ int Kml(const GpsArguments &args, AlbumDocument &album)
     QStringList names = args.positional.mid(1);
     const QString out = !names.isEmpty() && NamesKml(names.front()) ? QDir::current().absoluteFilePath(names.takeFirst()) : QString();
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     const std::optional<AlbumOnEarth> what = EarthContents(args, album, opened.store, names);
     if (!what)
         return ExitFailed;
@@ -146,6 +171,8 @@ QString KmzProblem(const GpsArguments &args)
 int Kmz(const GpsArguments &args, AlbumDocument &album)
 {
     OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
     const std::optional<AlbumOnEarth> what = EarthContents(args, album, opened.store, args.positional.mid(2));
     if (!what)
         return ExitFailed;
@@ -180,6 +207,7 @@ std::vector<CliVerb> GpsAlbumVerbs()
         {"match", "ALBUM [FILE...]", "places photos by the tracks' points at their capture times; no FILE: every photo", {OffsetOption},
          OnAlbum<NoProblem, Match>},
         {"match-waypoint", "ALBUM WAYPOINT FILE...", "places photos at a waypoint", {}, OnAlbum<MatchWaypointProblem, MatchWaypoint>},
+        {"locate", "ALBUM LAT LON FILE...", "places photos by hand at a position in degrees", {}, OnAlbum<LocateProblem, Locate>},
         {"shift", "ALBUM HOURS FILE...", "shifts capture times by whole or half hours, -25 to 25", {}, OnAlbum<ShiftProblem, Shift>},
         {"correct", "ALBUM FILE...", "corrects capture times by the sum of the parts given",
          {{"--days", "D", "days"}, {"--hours", "H", "hours"}, {"--mins", "M", "minutes"}, {"--secs", "S", "seconds"},

@@ -29,11 +29,13 @@ public:
     QStringList messages;
 };
 
-// The store as the GPS window opens it, with the prompter that tells of damaged files.
+// The store as the GPS window opens it, with the prompter that tells of damaged files. A verb
+// goes no further when loaded failed: it tells loaded.message and exits 1.
 struct OpenedStore {
-    OpenedStore() { store.Load(&prompter); }
+    OpenedStore() { loaded = store.Load(&prompter); }
     GpsCliPrompter prompter;
     GpsStore store;
+    Result loaded;
 };
 
 // Saves the store when it changed; the exit code.

@@ -15,6 +15,8 @@ inline const QString Lat = QStringLiteral("LAT");
 inline const QString Lon = QStringLiteral("LON");
 inline const QString Ele = QStringLiteral("ELE");
 inline const QString Desc = QStringLiteral("DESC");
+// The name of a track's point file, kept in the index only when it is not the one its times give.
+inline const QString File = QStringLiteral("FILE");
 // The key of a track file's point array.
 inline constexpr char TrackPoints[] = "TRKPT";
 
@@ -26,6 +28,7 @@ struct Track {
     QString beginTime; // UTC, "yyyy-mm-dd hh:mm:ss"
     QString endTime;
     QString bounds;    // "(minLat,minLon)-(maxLat,maxLon)"
+    QString file;      // the point file's name when it is not the one the times give
 };
 
 struct Waypoint {

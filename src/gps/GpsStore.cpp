@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSet>
 
 namespace {
 
@@ -21,15 +22,25 @@ bool Confirmed(Prompter *prompter, const char *question)
                                            GetLocalizedString(QLatin1String(question), Gps));
 }
 
-void LoadStoreList(const QString &path, DataList &list, Prompter *prompter)
+// The list of the file; a missing file is an empty list. The reason a file that exists could not
+// be read, "" when it was.
+QString LoadStoreList(const QString &path, DataList &list, Prompter *prompter)
 {
+    list = DataList();
+    if (!QFile::exists(path))
+        return {};
     DataList loaded;
-    if (StoreFiles::LoadWithBackup(path, [&] { return loaded.Load(path); }, prompter))
-        list = std::move(loaded);
+    const DataList::LoadResult result = StoreFiles::LoadWithBackup(path, [&loaded](const QString &from) { return loaded.Load(from); }, prompter);
+    if (!result)
+        return QStringLiteral("%1 cannot be read: %2").arg(path, result.message);
+    list = std::move(loaded);
+    return {};
 }
 
-Result SaveStoreList(const QString &path, const DataList &list)
+Result SaveStoreList(const QString &path, const DataList &list, const QString &unreadable)
 {
+    if (!unreadable.isEmpty())
+        return Result::Failure(unreadable + QStringLiteral(" It is left as it is."));
     QDir().mkpath(GpsStore::Folder());
     return StoreFiles::SaveWithBackup(path, [&list](const QString &target, QString *error) { return list.Save(target, error); });
 }
@@ -51,22 +62,55 @@ QString GpsStore::WaypointsPath()
     return Folder() + QStringLiteral("/waypoints.plist");
 }
 
-QString GpsStore::TrackFilePath(const Track &track)
+namespace {
+
+QString TimesFileName(const Track &track)
 {
-    return Folder() + u'/' + TimeText::FileStamp(track.beginTime) + u'-' + TimeText::FileStamp(track.endTime) + QStringLiteral(".plist");
+    return TimeText::FileStamp(track.beginTime) + u'-' + TimeText::FileStamp(track.endTime) + QStringLiteral(".plist");
 }
 
-void GpsStore::Load(Prompter *prompter)
+} // namespace
+
+QString GpsStore::TrackFilePath(const Track &track)
 {
-    LoadStoreList(WaypointsPath(), waypoints, prompter);
-    LoadStoreList(IndexPath(), index, prompter);
+    return Folder() + u'/' + (track.file.isEmpty() ? TimesFileName(track) : track.file);
+}
+
+QString GpsStore::NewTrackFileName(const Track &track) const
+{
+    // Tracks with equal times share their file on purpose: a second import of a track replaces its
+    // points. A track without both times has no such name, so it gets a file of its own.
+    if (TimeText::Seconds(track.beginTime) && TimeText::Seconds(track.endTime))
+        return TimesFileName(track);
+    QSet<QString> taken;
+    for (int n = 0; n < GetTrackCount(); ++n)
+        taken.insert(TrackFilePath(TrackAt(n)));
+    const auto isFree = [&taken](const QString &name) {
+        const QString path = Folder() + u'/' + name;
+        return !taken.contains(path) && !QFile::exists(path) && !QFile::exists(StoreFiles::BackupPath(path));
+    };
+    for (int n = 1;; ++n) {
+        const QString name = QStringLiteral("untimed(%1).plist").arg(n);
+        if (isFree(name))
+            return name;
+    }
+}
+
+Result GpsStore::Load(Prompter *prompter)
+{
+    unreadableWaypoints = LoadStoreList(WaypointsPath(), waypoints, prompter);
+    unreadableIndex = LoadStoreList(IndexPath(), index, prompter);
     modified = false;
+    const QString unreadable = unreadableIndex.isEmpty() ? unreadableWaypoints : unreadableIndex;
+    if (unreadable.isEmpty())
+        return Result::Success();
+    return Result::Failure(QStringLiteral("The GPS log database cannot be opened: ") + unreadable);
 }
 
 Result GpsStore::Save()
 {
-    const Result savedWaypoints = SaveStoreList(WaypointsPath(), waypoints);
-    const Result savedIndex = SaveStoreList(IndexPath(), index);
+    const Result savedWaypoints = SaveStoreList(WaypointsPath(), waypoints, unreadableWaypoints);
+    const Result savedIndex = SaveStoreList(IndexPath(), index, unreadableIndex);
     if (savedWaypoints && savedIndex)
         modified = false;
     return savedWaypoints ? savedIndex : savedWaypoints;
@@ -76,7 +120,8 @@ Track GpsStore::TrackAt(int track) const
 {
     const int item = track + 1;
     return {index.GetItemProperty(GpsKey::Name, item), index.GetItemProperty(GpsKey::BeginTime, item),
-            index.GetItemProperty(GpsKey::EndTime, item), index.GetItemProperty(GpsKey::Bounds, item)};
+            index.GetItemProperty(GpsKey::EndTime, item), index.GetItemProperty(GpsKey::Bounds, item),
+            index.GetItemProperty(GpsKey::File, item)};
 }
 
 void GpsStore::AddTrack(const Track &track)
@@ -87,6 +132,8 @@ void GpsStore::AddTrack(const Track &track)
     index.SetItemProperty(GpsKey::BeginTime, track.beginTime, item);
     index.SetItemProperty(GpsKey::EndTime, track.endTime, item);
     index.SetItemProperty(GpsKey::Bounds, track.bounds, item);
+    if (!track.file.isEmpty() && track.file != TimesFileName(track))
+        index.SetItemProperty(GpsKey::File, track.file, item);
     modified = true;
 }
 
@@ -117,8 +164,14 @@ bool GpsStore::RemoveTrack(int track, Prompter *prompter)
 {
     if (!Confirmed(prompter, "MessageDeleteTrack"))
         return false;
-    QFile::remove(TrackFilePath(TrackAt(track)));
+    // Stores of older versions let tracks with equal times share a file: it goes with the last.
+    const QString file = TrackFilePath(TrackAt(track));
     index.RemoveItem(track + 1);
+    bool shared = false;
+    for (int n = 0; n < GetTrackCount() && !shared; ++n)
+        shared = TrackFilePath(TrackAt(n)) == file;
+    if (!shared)
+        QFile::remove(file);
     modified = true;
     return true;
 }

@@ -18,20 +18,25 @@ public:
     static QString Folder();
     static QString IndexPath();
     static QString WaypointsPath();
-    // "yyyymmdd_HHmmss-yyyymmdd_HHmmss.plist" from BEGINTIME and ENDTIME: two tracks with the
-    // same times share one file, and the later save wins.
+    // The track's own point file: "yyyymmdd_HHmmss-yyyymmdd_HHmmss.plist" from BEGINTIME and
+    // ENDTIME, or the name the index keeps for it.
     static QString TrackFilePath(const Track &track);
+    // The point file name for a new track: the one its times give when it has both, else the first
+    // free "untimed(n).plist", so that tracks without times never share points.
+    QString NewTrackFileName(const Track &track) const;
 
     // Reads waypoints.plist, then tracks.plist; a damaged file is replaced by its backup after
-    // the user is told. Missing files are an empty store.
-    void Load(Prompter *prompter);
+    // the user is told. Missing files are an empty store. A file that exists but cannot be read,
+    // even from its backup, fails the load, naming the file and the reason; it is never written
+    // over by this store.
+    Result Load(Prompter *prompter);
     // Writes both lists, each after keeping its last version as a backup.
     Result Save();
     bool IsModified() const { return modified; }
 
     int GetTrackCount() const { return index.ItemCount(); }
     Track TrackAt(int track) const;
-    // Adds a track whose point file has been written.
+    // Adds a track whose point file has been written under TrackFilePath.
     void AddTrack(const Track &track);
     // Only the name of a track can be changed; its point file is rewritten with it.
     Result ModifyTrackName(int track, const QString &name, Prompter *prompter);
@@ -53,5 +58,7 @@ public:
 private:
     DataList index;
     DataList waypoints;
+    QString unreadableIndex;     // the reason tracks.plist could not be read, "" when it could
+    QString unreadableWaypoints;
     bool modified = false;
 };

@@ -101,7 +101,8 @@ public:
             writer.reset();
             return;
         }
-        const Track track{name, TimeText::Normalized(firstTime), TimeText::Normalized(lastTime), bounds.Text()};
+        Track track{name, TimeText::Normalized(firstTime), TimeText::Normalized(lastTime), bounds.Text(), {}};
+        track.file = store.NewTrackFileName(track);
         const Result finished = writer->Finish(track);
         writer.reset();
         if (!finished) {
@@ -152,6 +153,7 @@ GpxImportReport ImportGPXFile(GpsStore &store, const QString &path, ProgressSink
         progress->End();
     report.ok = read.ok && import.writeError.isEmpty();
     report.cancelled = read.cancelled;
+    report.skipped = read.skipped;
     report.error = read.ok ? import.writeError : read.error;
     return report;
 }

@@ -12,6 +12,7 @@ struct GpxImportReport {
     int tracks = 0;
     int points = 0;
     int waypoints = 0;
+    int skipped = 0; // points and waypoints with an impossible position, not stored
 };
 
 // ImportGPXFile: reads a GPX file into the store. A track's points go to its point file as they

@@ -1,5 +1,6 @@
 #include "GpxReader.h"
 
+#include "Degrees.h"
 #include "GpsNumbers.h"
 #include "ProgressSink.h"
 
@@ -40,6 +41,7 @@ public:
                 return result;
             }
         }
+        result.skipped = skipped;
         if (reader.hasError()) {
             result.ok = false;
             result.error = QStringLiteral("line %1, column %2: %3").arg(reader.lineNumber()).arg(reader.columnNumber()).arg(reader.errorString());
@@ -81,12 +83,20 @@ private:
             EndPoint();
         } else if (depth == waypointDepth) {
             waypointDepth = 0;
-            handler.WaypointRead(waypoint);
+            if (IsPosition(waypoint.lat, waypoint.lon))
+                handler.WaypointRead(waypoint);
         } else if (depth == trackDepth) {
             trackDepth = 0;
             handler.TrackEnded(trackName);
         }
         --depth;
+    }
+
+    bool IsPosition(QStringView latitude, QStringView longitude)
+    {
+        const bool position = ReadDegrees(latitude, DegreesAxis::Latitude) && ReadDegrees(longitude, DegreesAxis::Longitude);
+        skipped += position ? 0 : 1;
+        return position;
     }
 
     void Capture(Field kept)
@@ -128,7 +138,8 @@ private:
     void EndPoint()
     {
         pointDepth = 0;
-        handler.TrackPoint({lat, lon, ele, time});
+        if (IsPosition(lat, lon))
+            handler.TrackPoint({lat, lon, ele, time});
         if (progress && ++pointsSinceProgress == PointsBetweenProgress) {
             pointsSinceProgress = 0;
             progress->Advance(static_cast<int>(device.pos() / 1024));
@@ -154,6 +165,7 @@ private:
     QString time;
     Waypoint waypoint;
     int pointsSinceProgress = 0;
+    int skipped = 0;
     bool cancelled = false;
 };
 

@@ -43,12 +43,21 @@ QString Filled(const QString &text, const Fields &fields)
     return filled + text.sliced(from);
 }
 
+// A KML 2.2 coordinate tuple is "lon,lat" or "lon,lat,alt": without an elevation its comma goes
+// too. Templates write "$Longitude$,$Latitude$,$Elevation$".
+QString PlacemarkTemplate(QString item, const QString &elevation)
+{
+    return elevation.isEmpty() ? item.replace(QStringLiteral(",$Elevation$"), QString()) : item;
+}
+
 QString TrackCoordinates(const TrackPoints &points)
 {
     QString coordinates;
     for (int i = 0; i < points.Count(); ++i) {
-        coordinates += points.String(i, TrackPoints::Lon) + u',' + points.String(i, TrackPoints::Lat) + u','
-            + points.String(i, TrackPoints::Ele) + u' ';
+        coordinates += points.String(i, TrackPoints::Lon) + u',' + points.String(i, TrackPoints::Lat);
+        if (!points.Text(i, TrackPoints::Ele).isEmpty())
+            coordinates += u',' + points.String(i, TrackPoints::Ele);
+        coordinates += u' ';
     }
     return coordinates;
 }
@@ -95,7 +104,7 @@ AlbumKml BuildAlbumKml(const AlbumDocument &album, const QList<int> &photos, con
         if (album.Record(PhotoRecord::Longitude, photo).isEmpty())
             continue;
         ++kml.photos;
-        text += Filled(item, {{QStringLiteral("ID"), QString::number(kml.photos)},
+        text += Filled(PlacemarkTemplate(item, album.Record(PhotoRecord::Elevation, photo)), {{QStringLiteral("ID"), QString::number(kml.photos)},
                               {QStringLiteral("ItemName"), album.Record(PhotoRecord::File, photo)},
                               {QStringLiteral("Longitude"), album.Record(PhotoRecord::Longitude, photo)},
                               {QStringLiteral("Latitude"), album.Record(PhotoRecord::Latitude, photo)},
@@ -137,7 +146,7 @@ QByteArray BuildWaypointsKml(const GpsStore &store)
     const QString item = Template("earth_kmlwaypoint");
     for (int n = 0; n < store.WaypointCount(); ++n) {
         const Waypoint waypoint = store.WaypointAt(n);
-        text += Filled(item, {{QStringLiteral("ID"), QString::number(n + 1)}, {QStringLiteral("ItemName"), waypoint.name},
+        text += Filled(PlacemarkTemplate(item, waypoint.ele), {{QStringLiteral("ID"), QString::number(n + 1)}, {QStringLiteral("ItemName"), waypoint.name},
                               {QStringLiteral("Longitude"), waypoint.lon}, {QStringLiteral("Latitude"), waypoint.lat},
                               {QStringLiteral("Elevation"), waypoint.ele}, {QStringLiteral("ItemDescription"), waypoint.desc}});
     }

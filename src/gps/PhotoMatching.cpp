@@ -2,6 +2,7 @@
 
 #include "AlbumDocument.h"
 #include "AppEnvironment.h"
+#include "Degrees.h"
 #include "GpsStore.h"
 #include "Language.h"
 #include "PhotoRecord.h"
@@ -189,4 +190,15 @@ bool MatchSelectedPhotosWithSelectedWaypoint(AlbumDocument &album, const QList<i
     for (const int photo : photos)
         SetPosition(album, photo, waypoint->lat, waypoint->lon, waypoint->ele);
     return true;
+}
+
+Result LocatePhotos(AlbumDocument &album, const QList<int> &photos, const QString &latitude, const QString &longitude)
+{
+    const std::optional<double> lat = ReadDegrees(latitude, DegreesAxis::Latitude);
+    const std::optional<double> lon = ReadDegrees(longitude, DegreesAxis::Longitude);
+    if (!lat || !lon)
+        return Result::Failure(lat ? DegreesProblem(longitude, DegreesAxis::Longitude) : DegreesProblem(latitude, DegreesAxis::Latitude));
+    for (const int photo : photos)
+        SetPosition(album, photo, QString::number(*lat, 'f', 9), QString::number(*lon, 'f', 9), album.Record(PhotoRecord::Elevation, photo));
+    return Result::Success();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "GpsRecords.h"
+#include "Result.h"
 
 #include <QDate>
 #include <QList>
@@ -50,3 +51,8 @@ MatchReport MatchPhotosWithTracks(AlbumDocument &album, MatchScope scope, const 
 // photos or without a waypoint the user is told so and nothing changes.
 bool MatchSelectedPhotosWithSelectedWaypoint(AlbumDocument &album, const QList<int> &photos, const std::optional<Waypoint> &waypoint,
                                              Prompter &prompter);
+
+// Places photos by hand, as the map locator does: latitude and longitude written with nine
+// decimals, the elevation left as it was. A position that is not a finite latitude within -90..90
+// and longitude within -180..180 is refused with the reason, and nothing changes.
+Result LocatePhotos(AlbumDocument &album, const QList<int> &photos, const QString &latitude, const QString &longitude);

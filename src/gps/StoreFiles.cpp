@@ -4,6 +4,7 @@
 #include "Prompter.h"
 
 #include <QFile>
+#include <cstdio>
 
 namespace StoreFiles {
 
@@ -35,11 +36,11 @@ Result ReplaceWithBackup(const QString &finished, const QString &path)
     return Result::Success();
 }
 
-DataList::LoadResult LoadWithBackup(const QString &path, const std::function<DataList::LoadResult()> &load, Prompter *prompter)
+DataList::LoadResult LoadWithBackup(const QString &path, const std::function<DataList::LoadResult(const QString &)> &load, Prompter *prompter)
 {
     if (!QFile::exists(path))
         return {DataList::LoadStatus::Unreadable, QStringLiteral("%1 does not exist.").arg(path)};
-    DataList::LoadResult loaded = load();
+    const DataList::LoadResult loaded = load(path);
     const QString backup = BackupPath(path);
     if (loaded || !QFile::exists(backup))
         return loaded;
@@ -47,10 +48,16 @@ DataList::LoadResult LoadWithBackup(const QString &path, const std::function<Dat
         prompter->Error(GetLocalizedString(QStringLiteral("GPSLogManager"), QStringLiteral("Form")),
                         GetLocalizedString(QStringLiteral("DataFileError"), QStringLiteral("System")));
     }
-    QFile::remove(path);
-    if (!QFile::copy(backup, path))
+    const DataList::LoadResult restored = load(backup);
+    if (!restored)
         return loaded;
-    return load();
+    // The copy is made beside the file and renamed over it, so the damaged file stays until a
+    // whole replacement is there.
+    const QString copy = path + QStringLiteral(".restoring");
+    QFile::remove(copy);
+    if (QFile::copy(backup, copy) && std::rename(QFile::encodeName(copy).constData(), QFile::encodeName(path).constData()) != 0)
+        QFile::remove(copy);
+    return restored;
 }
 
 } // namespace StoreFiles

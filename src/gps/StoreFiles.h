@@ -22,9 +22,11 @@ Result SaveWithBackup(const QString &path, const std::function<bool(const QStrin
 // Moves a finished file into place, keeping what was there as its backup.
 Result ReplaceWithBackup(const QString &finished, const QString &path);
 
-// Loads with load(); when the file exists but fails and a backup exists, tells the user the
-// localised DataFileError through the prompter, copies the backup over the file and loads that.
-// A missing file is an empty store: Unreadable, and nothing is said.
-DataList::LoadResult LoadWithBackup(const QString &path, const std::function<DataList::LoadResult()> &load, Prompter *prompter);
+// Loads path with load(); when the file exists but fails and a backup exists, tells the user the
+// localised DataFileError through the prompter and loads the backup instead; only a backup that
+// loads is copied over the damaged file. A missing file is Unreadable, and nothing is said; a
+// damaged file without a usable backup is left exactly as it is, and its failure returned.
+DataList::LoadResult LoadWithBackup(const QString &path, const std::function<DataList::LoadResult(const QString &from)> &load,
+                                    Prompter *prompter);
 
 } // namespace StoreFiles

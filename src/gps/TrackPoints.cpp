@@ -66,9 +66,9 @@ DataList::LoadResult LoadTrackPoints(const Track &track, TrackPoints &points, Pr
     points.Clear();
     PointCollector collector(points);
     const QString path = GpsStore::TrackFilePath(track);
-    return StoreFiles::LoadWithBackup(path, [&] {
+    return StoreFiles::LoadWithBackup(path, [&collector](const QString &from) {
         DataList properties;
         collector.Restart();
-        return StreamDataListItems(path, properties, collector);
+        return StreamDataListItems(from, properties, collector);
     }, prompter);
 }

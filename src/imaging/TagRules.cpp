@@ -1,6 +1,7 @@
 #include "TagRules.h"
 
-#include <QDateTime>
+#include "WallClock.h"
+
 #include <QStringList>
 
 QString DateTakenText(const QString &dateTimeOriginal)
@@ -10,7 +11,7 @@ QString DateTakenText(const QString &dateTimeOriginal)
         return {};
     date[4] = u'-';
     date[7] = u'-';
-    if (!QDateTime::fromString(date, QStringLiteral("yyyy-MM-dd HH:mm:ss")).isValid())
+    if (!ReadWallClock(date))
         return {};
     if (date == QLatin1String("0000-00-00 00:00:00"))
         return {};

@@ -176,9 +176,9 @@ int AlbumDocument::FindItemsWithDate(const QDateTime &date, const QString &forma
 {
     QString pattern;
     if (format == QLatin1String("yyyy-mm-dd hh"))
-        pattern = date.toString(QStringLiteral("yyyy-MM-dd HH"));
+        pattern = date.date().toString(QStringLiteral("yyyy-MM-dd")) + date.time().toString(QStringLiteral(" HH"));
     else if (format == QLatin1String("yyyy-mm-dd"))
-        pattern = date.toString(QStringLiteral("yyyy-MM-dd"));
+        pattern = date.date().toString(QStringLiteral("yyyy-MM-dd"));
     else
         return 0;
     int found = 0;

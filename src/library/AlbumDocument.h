@@ -60,7 +60,8 @@ public:
     bool ActionArrangeByTimeDesc(Prompter &prompter);
     bool ActionArrangeByFile(Prompter &prompter);
     bool ActionArrangeByFileDesc(Prompter &prompter);
-    // format "yyyy-mm-dd" (a day) or "yyyy-mm-dd hh" (an hour); returns the number selected.
+    // format "yyyy-mm-dd" (a day) or "yyyy-mm-dd hh" (an hour); returns the number selected. The
+    // date is a wall-clock value (ReadWallClock): only its fields count, never a zone.
     int FindItemsWithDate(const QDateTime &date, const QString &format);
     void ActionStar(bool on);
     void ActionSelectHighlightPhotos();

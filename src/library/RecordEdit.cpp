@@ -2,9 +2,11 @@
 
 #include "AlbumDocument.h"
 #include "Language.h"
+#include "Degrees.h"
 #include "PhotoRecord.h"
+#include "WallClock.h"
 
-#include <QDateTime>
+#include <cmath>
 
 namespace {
 
@@ -23,7 +25,7 @@ Result NumberIn(const QString &text, double limit, int decimals, QString &format
 {
     bool ok = false;
     const double value = text.trimmed().toDouble(&ok);
-    if (!ok || std::abs(value) > limit)
+    if (!ok || !std::isfinite(value) || std::abs(value) > limit)
         return Result::Failure(QStringLiteral("\"%1\" is not a number from -%2 to %2.").arg(text).arg(limit));
     formatted = QString::number(value, 'f', decimals);
     return Result::Success();
@@ -39,13 +41,19 @@ Result Formatted(const QString &key, const QString &text, QString &value)
         }
         if (key == Elevation)
             return NumberIn(text, 100000.0, 1, value);
-        return NumberIn(text, key == Latitude ? 90.0 : 180.0, 6, value);
+        const DegreesAxis axis = key == Latitude ? DegreesAxis::Latitude : DegreesAxis::Longitude;
+        const std::optional<double> degrees = ReadDegrees(text, axis);
+        if (!degrees)
+            return Result::Failure(DegreesProblem(text, axis));
+        value = QString::number(*degrees, 'f', 6);
+        return Result::Success();
     }
     if (key == CaptureDate) {
-        const QDateTime date = QDateTime::fromString(text.trimmed(), QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-        if (!date.isValid())
+        const QString trimmed = text.trimmed();
+        const std::optional<QDateTime> date = trimmed.size() == 19 ? ReadWallClock(trimmed) : std::nullopt;
+        if (!date)
             return Result::Failure(QStringLiteral("\"%1\" is not a date of the form yyyy-mm-dd hh:mm:ss.").arg(text));
-        value = date.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+        value = WallClockText(*date);
         return Result::Success();
     }
     if (key == Star) {

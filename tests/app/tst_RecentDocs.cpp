@@ -39,12 +39,10 @@ void RecentDocsTest::adding_data()
     QTest::addColumn<QStringList>("expected");
 
     QTest::newRow("oldest first") << QStringList{"/a", "/b"} << QStringList{"/a", "/b"};
-    QTest::newRow("re-opened from slot 3 of 5 moves to the end")
-        << QStringList{"/1", "/2", "/3", "/4", "/5", "/3"} << QStringList{"/1", "/2", "/4", "/5", "/3"};
+    QTest::newRow("re-opened from slot 3 of 5 moves to the end") << QStringList{"/1", "/2", "/3", "/4", "/5", "/3"} << QStringList{"/1", "/2", "/4", "/5", "/3"};
     QTest::newRow("re-opened newest stays") << QStringList{"/1", "/2", "/2"} << QStringList{"/1", "/2"};
     QTest::newRow("a new path to a full list drops slot 1") << Numbered(1, 11) << Numbered(2, 11);
-    QTest::newRow("a known path to a full list drops nothing")
-        << Numbered(1, 10) + QStringList{"/albums/1"} << Numbered(2, 10) + QStringList{"/albums/1"};
+    QTest::newRow("a known path to a full list drops nothing") << Numbered(1, 10) + QStringList{"/albums/1"} << Numbered(2, 10) + QStringList{"/albums/1"};
     QTest::newRow("comparison keeps letter case") << QStringList{"c:\\A", "C:\\a"} << QStringList{"c:\\A", "C:\\a"};
 }
 

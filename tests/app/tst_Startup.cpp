@@ -3,7 +3,7 @@
 #include "Language.h"
 #include "Paths.h"
 #include "RecentDocs.h"
-#include "RecordingHost.h"
+#include "Startup.h"
 #include "Settings.h"
 #include "TestEnvironment.h"
 
@@ -13,12 +13,13 @@
 
 class StartupTest : public QObject {
     Q_OBJECT
+private:
+    QString workingFolder;
 private slots:
+    void init();
+    void cleanup();
     void firstRunFile_data();
     void firstRunFile();
-    void settingsAfterFirstStart();
-    void screenCheck_data();
-    void screenCheck();
     void dispatch_data();
     void dispatch();
     void autoPlayHandler_data();
@@ -29,6 +30,31 @@ private slots:
 };
 
 namespace {
+
+// Start-up's requests written down in order instead of carried out.
+class RecordingHost : public StartupHost {
+public:
+    int screenHeight = 1080;
+    QStringList calls;
+    QStringList messages;
+
+    int PrimaryScreenHeight() const override { return screenHeight; }
+    void Inform(const QString &text) override { calls << QStringLiteral("Inform"); messages << text; }
+    void LoadMapServerTemplates() override { calls << QStringLiteral("LoadMapServerTemplates"); }
+    void ShowUpdaterWindow() override { calls << QStringLiteral("ShowUpdaterWindow"); }
+    void ShowSplash() override { calls << QStringLiteral("ShowSplash"); }
+    void PumpEvents() override { calls << QStringLiteral("PumpEvents"); }
+    void WaitMilliseconds(int milliseconds) override { calls << QStringLiteral("Wait %1").arg(milliseconds); }
+    void SplashNormalShow() override { calls << QStringLiteral("SplashNormalShow"); }
+    void UnloadSplash() override { calls << QStringLiteral("UnloadSplash"); }
+    void DiscoverPlugins() override { calls << QStringLiteral("DiscoverPlugins"); }
+    void ShowMainWindow() override { calls << QStringLiteral("ShowMainWindow"); }
+    void ShowWelcomeWindow() override { calls << QStringLiteral("ShowWelcomeWindow"); }
+    void CameraImportToAlbum() override { calls << QStringLiteral("CameraImportToAlbum"); }
+    void ShowGpsWindow() override { calls << QStringLiteral("ShowGpsWindow"); }
+    void OpenDoc(const QString &path, bool ask) override { calls << QStringLiteral("OpenDoc [%1] %2").arg(path, ask ? "true" : "false"); }
+    void StartVersionUpdater() override { calls << QStringLiteral("StartVersionUpdater"); }
+};
 
 const QByteArray EnglishFile =
     "[OrvDocument]\nLanguageName=English\n"
@@ -52,15 +78,23 @@ void WriteSettings(ScopedTestEnvironment &environment, const QByteArray &content
     WriteAll(environment.SettingsPath(), content);
 }
 
-QString Setting(const char *section, const char *key)
-{
-    return ReadSetting(QString::fromLatin1(section), QString::fromLatin1(key));
-}
-
 const QStringList SplashOpening = {"ShowSplash", "PumpEvents", "Wait 200", "SplashNormalShow", "DiscoverPlugins"};
 const QStringList SplashClosing = {"UnloadSplash", "PumpEvents"};
 
 } // namespace
+
+// A start changes the working folder and process-wide values: each test gets them back.
+void StartupTest::init()
+{
+    workingFolder = QDir::currentPath();
+}
+
+void StartupTest::cleanup()
+{
+    QDir::setCurrent(workingFolder);
+    AppState() = AppStateValues();
+    RecentDocs().Clear();
+}
 
 void StartupTest::firstRunFile_data()
 {
@@ -95,86 +129,47 @@ void StartupTest::firstRunFile()
     QVERIFY(!SettleUserDataAndLanguage());
 }
 
-// The whole first start on an English system, as the file ends up.
-void StartupTest::settingsAfterFirstStart()
-{
-    ScopedTestEnvironment environment;
-    UseTestLanguages(environment);
-    RecordingHost host;
-    QCOMPARE(RunStartup(host, QString()), StartupOutcome::WindowsShown);
-    const QByteArray expected =
-        "[System]\r\nOrvanaRoot = " + environment.Env().install.toUtf8() + "\r\n"
-        "SharedServer=\r\nCheckModifiedWhenOpenFolder=1\r\nLastCheckUpdate=46348\r\n\r\n"
-        "[Language]\r\nCurrent = English\r\n\r\n"
-        "[Library]\r\nMainPath = " + environment.Env().documents.toUtf8() + "/My Photo Albums\r\n\r\n"
-        "[Layout]\r\nBGColor = FFFFFF\r\nFastMakeThumbnail=0\r\n\r\n"
-        "[RecentDocs]\r\n\r\n[RecentFTP]\r\n\r\n[MobileReady]\r\n\r\n[PrintExpress]\r\n\r\n"
-        "[GPS]\r\n\r\n[ScreenSaver]\r\n\r\n[SlideShow]\r\n\r\n[FlashMaker]\r\n\r\n";
-    QCOMPARE(ReadAll(environment.SettingsPath()), expected);
-    QVERIFY(FolderExists(environment.Env().documents + QStringLiteral("/My Photo Albums")));
-    QCOMPARE(QDir::currentPath(), environment.Env().documents + QStringLiteral("/My Photo Albums"));
-}
-
-void StartupTest::screenCheck_data()
-{
-    QTest::addColumn<int>("height");
-    QTest::addColumn<bool>("refused");
-    QTest::newRow("767 pixels") << 767 << true;
-    QTest::newRow("no screen") << 0 << true;
-    QTest::newRow("768 pixels") << 768 << false;
-}
-
-void StartupTest::screenCheck()
-{
-    QFETCH(int, height);
-    QFETCH(bool, refused);
-    ScopedTestEnvironment environment;
-    UseTestLanguages(environment);
-    WriteSettings(environment, "[System]\nOrvanaRoot=/elsewhere\n");
-    RecordingHost host;
-    host.screenHeight = height;
-
-    const StartupOutcome outcome = RunStartup(host, QString());
-    QCOMPARE(outcome == StartupOutcome::ScreenRefused, refused);
-    if (refused) {
-        QCOMPARE(host.calls, QStringList{"Inform"});
-        QCOMPARE(host.messages, QStringList{"Too small"});
-        QCOMPARE(ReadAll(environment.SettingsPath()), QByteArray("[System]\nOrvanaRoot=/elsewhere\n"));
-    } else {
-        QCOMPARE(Setting("System", "OrvanaRoot"), environment.Env().install);
-    }
-}
-
+// The windows a command line opens; a screen under 768 pixels opens none and leaves the settings
+// as they were.
 void StartupTest::dispatch_data()
 {
     QTest::addColumn<QString>("commandLine");
     QTest::addColumn<QStringList>("windows");
+    QTest::addColumn<int>("screenHeight");
 
-    QTest::newRow("empty line") << "" << QStringList{"ShowMainWindow", "ShowWelcomeWindow"};
-    QTest::newRow("camera import") << "/ImportPhotos /media/CARD"
-                                   << QStringList{"ShowMainWindow", "ShowWelcomeWindow", "CameraImportToAlbum"};
-    QTest::newRow("import switch without its blank is a path") << "/ImportPhotos" << QStringList{"ShowMainWindow", "OpenDoc [/ImportPhotos] false"};
-    QTest::newRow("GPS window alone") << "/GPS" << QStringList{"ShowGpsWindow"};
-    QTest::newRow("only four letters compared") << "/GPSLOGS please" << QStringList{"ShowGpsWindow"};
-    QTest::newRow("switches keep their case") << "/gps" << QStringList{"ShowMainWindow", "OpenDoc [/gps] false"};
-    QTest::newRow("quoted path") << "\"/home/me/My Album\"" << QStringList{"ShowMainWindow", "OpenDoc [/home/me/My Album] false"};
-    QTest::newRow("unquoted path") << "/home/me/My Album" << QStringList{"ShowMainWindow", "OpenDoc [/home/me/My Album] false"};
-    QTest::newRow("one quote only at the start") << "\"/home/me" << QStringList{"ShowMainWindow", "OpenDoc [\"/home/me] false"};
-    QTest::newRow("two quotes") << "\"\"" << QStringList{"ShowMainWindow", "OpenDoc [] false"};
-    QTest::newRow("a lone quote") << "\"" << QStringList{"ShowMainWindow", "OpenDoc [] false"};
+    QTest::newRow("empty line") << "" << QStringList{"ShowMainWindow", "ShowWelcomeWindow"} << 768;
+    QTest::newRow("camera import") << "/ImportPhotos /media/CARD" << QStringList{"ShowMainWindow", "ShowWelcomeWindow", "CameraImportToAlbum"} << 768;
+    QTest::newRow("import switch without its blank is a path") << "/ImportPhotos" << QStringList{"ShowMainWindow", "OpenDoc [/ImportPhotos] false"} << 768;
+    QTest::newRow("GPS window alone") << "/GPS" << QStringList{"ShowGpsWindow"} << 768;
+    QTest::newRow("only four letters compared") << "/GPSLOGS please" << QStringList{"ShowGpsWindow"} << 768;
+    QTest::newRow("switches keep their case") << "/gps" << QStringList{"ShowMainWindow", "OpenDoc [/gps] false"} << 768;
+    QTest::newRow("quoted path") << "\"/home/me/My Album\"" << QStringList{"ShowMainWindow", "OpenDoc [/home/me/My Album] false"} << 768;
+    QTest::newRow("unquoted path") << "/home/me/My Album" << QStringList{"ShowMainWindow", "OpenDoc [/home/me/My Album] false"} << 768;
+    QTest::newRow("one quote only at the start") << "\"/home/me" << QStringList{"ShowMainWindow", "OpenDoc [\"/home/me] false"} << 768;
+    QTest::newRow("two quotes") << "\"\"" << QStringList{"ShowMainWindow", "OpenDoc [] false"} << 768;
+    QTest::newRow("a lone quote") << "\"" << QStringList{"ShowMainWindow", "OpenDoc [] false"} << 768;
+    QTest::newRow("767 pixels") << "" << QStringList{"Inform"} << 767;
+    QTest::newRow("no screen") << "/GPS" << QStringList{"Inform"} << 0;
 }
 
 void StartupTest::dispatch()
 {
     QFETCH(QString, commandLine);
     QFETCH(QStringList, windows);
+    QFETCH(int, screenHeight);
     ScopedTestEnvironment environment;
     UseTestLanguages(environment);
     WriteSettings(environment, "[System]\nLastCheckUpdate=46347\n");
     RecordingHost host;
-    QCOMPARE(RunStartup(host, commandLine), StartupOutcome::WindowsShown);
-    QCOMPARE(host.calls, QStringList{"LoadMapServerTemplates"} + SplashOpening + windows + SplashClosing);
-    QVERIFY(QFile::exists(AutoPlayEntryPath()));
+    host.screenHeight = screenHeight;
+    const bool refused = screenHeight < 768;
+    QCOMPARE(RunStartup(host, commandLine), refused ? StartupOutcome::ScreenRefused : StartupOutcome::WindowsShown);
+    QCOMPARE(host.calls, refused ? windows : QStringList{"LoadMapServerTemplates"} + SplashOpening + windows + SplashClosing);
+    QCOMPARE(QFile::exists(AutoPlayEntryPath()), !refused);
+    if (refused) {
+        QCOMPARE(host.messages, QStringList{"Too small"});
+        QCOMPARE(ReadAll(environment.SettingsPath()), QByteArray("[System]\nLastCheckUpdate=46347\n"));
+    }
 }
 
 void StartupTest::autoPlayHandler_data()

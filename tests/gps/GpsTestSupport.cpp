@@ -46,39 +46,12 @@ QMap<QString, TrackSummary> TrackSummaries(const QString &format)
         const QRegularExpressionMatch t = times.match(block);
         summary.first = t.captured(1);
         summary.last = t.captured(2);
-        if (const QRegularExpressionMatch b = box.match(block); b.hasMatch()) {
-            summary.hasBox = true;
-            summary.minLat = b.captured(1).toDouble();
-            summary.maxLat = b.captured(2).toDouble();
-            summary.minLon = b.captured(3).toDouble();
-            summary.maxLon = b.captured(4).toDouble();
-        }
+        for (int side = 1, found = box.match(block).hasMatch(); found && side <= 4; ++side)
+            summary.box << box.match(block).captured(side).toDouble();
         summaries.insert(current, summary);
         current.clear();
     }
     return summaries;
-}
-
-bool RecordingPrompter::AskYesNo(const QString &, const QString &text)
-{
-    asked << text;
-    return answer;
-}
-
-void RecordingPrompter::Inform(const QString &, const QString &text)
-{
-    informed << text;
-}
-
-void RecordingPrompter::Error(const QString &, const QString &text)
-{
-    errors << text;
-}
-
-std::optional<QString> RecordingPrompter::AskText(const QString &, const QString &text, const QString &)
-{
-    asked << text;
-    return std::nullopt;
 }
 
 QByteArray Gpx(const QByteArray &body)
@@ -89,9 +62,8 @@ QByteArray Gpx(const QByteArray &body)
 
 QString WriteTemporary(const QString &folder, const QString &name, const QByteArray &bytes)
 {
-    QString path = folder + u'/' + name;
-    WriteAll(path, bytes);
-    return path;
+    WriteAll(folder + u'/' + name, bytes);
+    return folder + u'/' + name;
 }
 
 QStringList DescribeTracks(const GpsStore &store)
@@ -102,11 +74,8 @@ QStringList DescribeTracks(const GpsStore &store)
         described << QStringList{track.name, track.beginTime, track.endTime, track.bounds}.join(u'|');
         TrackPoints points;
         LoadTrackPoints(track, points, nullptr);
-        for (int i = 0; i < points.Count(); ++i) {
-            described << QStringList{points.String(i, TrackPoints::Time), points.String(i, TrackPoints::Lat), points.String(i, TrackPoints::Lon),
-                                     points.String(i, TrackPoints::Ele)}
-                             .join(u',');
-        }
+        for (int i = 0; i < points.Count(); ++i)
+            described << QStringList{points.String(i, TrackPoints::Time), points.String(i, TrackPoints::Lat), points.String(i, TrackPoints::Lon), points.String(i, TrackPoints::Ele)}.join(u',');
     }
     return described;
 }

@@ -24,8 +24,7 @@ struct TrackSummary {
     int waypoints = -1;
     QString first;   // first and last point time in document order, "-" when none
     QString last;
-    double minLat = 0, maxLat = 0, minLon = 0, maxLon = 0;
-    bool hasBox = false;
+    QList<double> box; // minLat, maxLat, minLon, maxLon; empty when none
 };
 // file name -> summary; format "direct" or a GPSBabel input format ("nmea", "ozi", ...).
 QMap<QString, TrackSummary> TrackSummaries(const QString &format);
@@ -37,10 +36,10 @@ public:
     QStringList asked;
     QStringList informed;
     QStringList errors;
-    bool AskYesNo(const QString &title, const QString &text) override;
-    void Inform(const QString &title, const QString &text) override;
-    void Error(const QString &title, const QString &text) override;
-    std::optional<QString> AskText(const QString &title, const QString &text, const QString &initial) override;
+    bool AskYesNo(const QString &, const QString &text) override { return asked << text, answer; }
+    void Inform(const QString &, const QString &text) override { informed << text; }
+    void Error(const QString &, const QString &text) override { errors << text; }
+    std::optional<QString> AskText(const QString &, const QString &text, const QString &) override { return asked << text, std::nullopt; }
 };
 
 // A GPX document around the given body.

@@ -7,6 +7,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
 #include <QTest>
 
 // orvana-cli gps run as a separate process under a HOME of the test's own, on corpus tracks
@@ -21,6 +22,8 @@ private slots:
     void geotagging();
     void timeShifts();
     void earthFiles();
+    void valuesRefusedOrKept_data();
+    void valuesRefusedOrKept();
 
 private:
     CliRun Cli(const QStringList &arguments) { return RunCli(home->path(), arguments); }
@@ -72,15 +75,14 @@ void CliGpsTest::usage_data()
 
     QTest::newRow("group help") << QStringList{"gps", "--help"} << 0 << "gps match ALBUM" << "";
     QTest::newRow("verb help") << QStringList{"gps", "kmz", "--help"} << 0 << "gps kmz ALBUM OUT.kmz" << "";
-    QTest::newRow("listed in the top help") << QStringList{"--help"} << 0 << "gps VERB" << "";
     QTest::newRow("no verb") << QStringList{"gps"} << 2 << "" << "gps needs a verb";
-    QTest::newRow("unknown verb") << QStringList{"gps", "locate"} << 2 << "" << "unknown verb";
+    QTest::newRow("unknown verb") << QStringList{"gps", "fly"} << 2 << "" << "unknown verb";
     QTest::newRow("unknown option") << QStringList{"gps", "tracks", "--xml"} << 2 << "" << "unknown option";
     QTest::newRow("option without its value") << QStringList{"gps", "match", "A", "--offset"} << 2 << "" << "needs a value";
     QTest::newRow("unknown type") << QStringList{"gps", "import", "x.log", "--type", "kml"} << 2 << "" << "usage:";
     QTest::newRow("offset out of range") << QStringList{"gps", "tracks", "--offset", "30"} << 2 << "" << "--offset";
     QTest::newRow("shift by a third of an hour") << QStringList{"gps", "shift", "Album", "0.3", "a.jpg"} << 2 << "" << "whole or half";
-    QTest::newRow("waypoint without a number") << QStringList{"gps", "waypoint", "add", "Hut", "north", "13"} << 2 << "" << "LAT and LON";
+    QTest::newRow("waypoint without a number") << QStringList{"gps", "waypoint", "add", "Hut", "north", "13"} << 2 << "" << "\"north\" is not a latitude";
     QTest::newRow("missing file") << QStringList{"gps", "import", "nowhere.gpx"} << 1 << "" << "could not be imported";
     QTest::newRow("nothing to remove") << QStringList{"gps", "track", "remove", "Ghost"} << 1 << "" << "no track named";
     QTest::newRow("missing album") << QStringList{"gps", "match", "nowhere"} << 1 << "" << "nowhere";
@@ -173,6 +175,7 @@ void CliGpsTest::earthFiles()
     const CliRun none = Cli({"gps", "kml", album});
     QCOMPARE(none.exitCode, 1);
     QVERIFY(none.err.contains(QStringLiteral("None of the photos in this album has a location")));
+    QVERIFY(!QFile::exists(home->path() + QStringLiteral("/Documents/Orvana User Data/Earth Places")));
     QCOMPARE(Cli({"gps", "match", album, "--offset", "-8"}).exitCode, 0);
 
     const QString kml = home->path() + QStringLiteral("/valley.kml");
@@ -184,8 +187,74 @@ void CliGpsTest::earthFiles()
     QCOMPARE(kmz.exitCode, 0);
     QCOMPARE(kmz.out.trimmed(), home->path() + QStringLiteral("/valley.kmz"));
     QVERIFY(QFileInfo(home->path() + QStringLiteral("/valley.kmz")).size() > 49660 + 38821);
+    QCOMPARE(Cli({"gps", "kmz", album, "valley.kmz"}).out.trimmed(), home->path() + QStringLiteral("/valley(1).kmz")); // a taken name is numbered
     QCOMPARE(Cli({"gps", "kml-tracks"}).out.trimmed(), home->path() + QStringLiteral("/Documents/Orvana User Data/Earth Places/my_tracks.kml"));
     QCOMPARE(Cli({"gps", "kml-waypoints"}).exitCode, 0);
+}
+
+// Positions are checked wherever they come in; capture times are wall-clock values, valid in an
+// hour the machine's zone skips (Berlin went from 02:00 to 03:00 on 2024-03-31); a damaged
+// tracks list stops every verb and is left as it is. "ALBUM" stands for the album, "GAPPATH" for
+// a real photo whose tags say it was taken at 02:30 that night, imported into it as "GAP.jpg".
+void CliGpsTest::valuesRefusedOrKept_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("said");   // on stdout when it succeeds, on stderr when not
+    QTest::addColumn<QString>("record"); // "FILE KEY=VALUE" afterwards, "" to skip
+
+    const QString inn2 = QStringLiteral("exiv2-FurnaceCreekInn2.jpg");
+    QTest::newRow("capture time in the skipped hour") << QStringList{"album", "set", "ALBUM", inn2, "CaptureDate", "2024-03-31 02:30:00"} << 0 << "" << inn2 + " CaptureDate=2024-03-31 02:30:00";
+    QTest::newRow("find the skipped hour") << QStringList{"album", "find-date", "ALBUM", "2024-03-31 02"} << 0 << "GAP.jpg" << "";
+    QTest::newRow("tags' time in the skipped hour") << QStringList{"album", "import", "ALBUM", "GAPPATH"} << 0 << "GAP(1).jpg" << "GAP(1).jpg CaptureDate=2024-03-31 02:30:00";
+    QTest::newRow("shift out of the skipped hour") << QStringList{"gps", "shift", "ALBUM", "-1", "GAP.jpg"} << 0 << "" << "GAP.jpg CaptureDate=2024-03-31 01:30:00";
+    QTest::newRow("no 30 February") << QStringList{"album", "set", "ALBUM", inn2, "CaptureDate", "2024-02-30 12:00:00"} << 1 << "yyyy-mm-dd" << inn2 + " CaptureDate=2008-05-08 09:54:34";
+    QTest::newRow("latitude nan") << QStringList{"album", "set", "ALBUM", inn2, "Latitude", "nan"} << 1 << "latitude from -90 to 90" << inn2 + " Latitude=";
+    QTest::newRow("longitude inf") << QStringList{"album", "set", "ALBUM", inn2, "lon", "inf"} << 1 << "longitude from -180 to 180" << inn2 + " Longitude=";
+    QTest::newRow("latitude 90.5") << QStringList{"album", "set", "ALBUM", inn2, "lat", "90.5"} << 1 << "latitude" << inn2 + " Latitude=";
+    QTest::newRow("latitude -90") << QStringList{"album", "set", "ALBUM", inn2, "lat", "-90"} << 0 << "" << inn2 + " Latitude=-90.000000";
+    QTest::newRow("waypoint at latitude 91") << QStringList{"gps", "waypoint", "add", "Hut", "91", "13"} << 2 << "latitude from -90 to 90" << "";
+    QTest::newRow("waypoint at longitude nan") << QStringList{"gps", "waypoint", "add", "Hut", "46", "nan"} << 2 << "longitude" << "";
+    QTest::newRow("locate at longitude -181") << QStringList{"gps", "locate", "ALBUM", "46", "-181", inn2} << 2 << "longitude" << inn2 + " Longitude=";
+    QTest::newRow("locate by hand") << QStringList{"gps", "locate", "ALBUM", "36.5", "-116.75", inn2} << 0 << "" << inn2 + " Longitude=-116.750000000";
+    QTest::newRow("damaged tracks list") << QStringList{"gps", "waypoint", "add", "Hut", "46", "13"} << 1 << "tracks.plist cannot be read" << "";
+}
+
+void CliGpsTest::valuesRefusedOrKept()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(int, exitCode);
+    QFETCH(QString, said);
+    QFETCH(QString, record);
+    WriteFurnaceCreekAlbum();
+    const QString gap = home->path() + QStringLiteral("/GAP.jpg");
+    QVERIFY(QFile::copy(album + QStringLiteral("/exiv2-FurnaceCreekInn3.jpg"), gap));
+    QProcess exiftool;
+    exiftool.start(QStringLiteral("exiftool"), {QStringLiteral("-q"), QStringLiteral("-overwrite_original"), QStringLiteral("-DateTimeOriginal=2024:03:31 02:30:00"), gap});
+    QVERIFY(exiftool.waitForFinished() && exiftool.exitCode() == 0);
+    QCOMPARE(Cli({"album", "import", album, gap}).exitCode, 0);
+    const QString logs = home->path() + QStringLiteral("/Documents/Orvana User Data/GPS Logs");
+    const QByteArray damaged = "<?xml version=\"1.0\"?><plist><dict>";
+    if (QTest::currentDataTag() == QLatin1String("damaged tracks list")) {
+        QDir().mkpath(logs);
+        WriteAll(logs + QStringLiteral("/tracks.plist"), damaged);
+    }
+
+    // The zone of the machine is not the album's business: the checks run in one with a gap.
+    const QByteArray zone = qgetenv("TZ");
+    const bool hadZone = qEnvironmentVariableIsSet("TZ");
+    qputenv("TZ", "Europe/Berlin");
+    const CliRun run = Cli(arguments.replaceInStrings(QStringLiteral("ALBUM"), album).replaceInStrings(QStringLiteral("GAPPATH"), gap));
+    hadZone ? qputenv("TZ", zone) : qunsetenv("TZ");
+    QCOMPARE(run.exitCode, exitCode);
+    QVERIFY2((exitCode == 0 ? run.out : run.err).contains(said), qPrintable(run.out + run.err));
+    const QString keyValue = record.section(u' ', 1);
+    if (!record.isEmpty())
+        QCOMPARE(Record(record.section(u' ', 0, 0), keyValue.section(u'=', 0, 0)), keyValue.section(u'=', 1));
+    if (QTest::currentDataTag() == QLatin1String("damaged tracks list")) {
+        QCOMPARE(ReadAll(logs + QStringLiteral("/tracks.plist")), damaged);
+        QVERIFY(!QFile::exists(logs + QStringLiteral("/waypoints.plist")));
+    }
 }
 
 QTEST_GUILESS_MAIN(CliGpsTest)

@@ -17,11 +17,8 @@ class GpsStoreTest : public QObject {
     Q_OBJECT
 private slots:
     void init();
-    void saveKeepsTheLastVersion();
     void damagedFiles_data();
     void damagedFiles();
-    void trackEdits();
-    void waypointEdits();
     void foreignValuesSurvive();
     void statistics_data();
     void statistics();
@@ -41,36 +38,21 @@ void GpsStoreTest::ImportGpx(GpsStore &store, const QByteArray &body)
     QVERIFY(ImportGPXFile(store, WriteTemporary(environment->Root(), QStringLiteral("in.gpx"), Gpx(body))).ok);
 }
 
-void GpsStoreTest::saveKeepsTheLastVersion()
-{
-    GpsStore store;
-    store.AddNewWaypoint({"First", "1", "2", "3.0", ""});
-    QVERIFY(store.Save());
-    QVERIFY(!QFile::exists(StoreFiles::BackupPath(GpsStore::WaypointsPath())));
-    store.AddNewWaypoint({"Second", "1", "2", "3.0", ""});
-    QVERIFY(store.Save());
-
-    DataList old;
-    QVERIFY(old.Load(StoreFiles::BackupPath(GpsStore::WaypointsPath())));
-    QCOMPARE(old.ItemCount(), 1);
-    GpsStore reopened;
-    reopened.Load(nullptr);
-    QCOMPARE(DescribeWaypoints(reopened), (QStringList{"First|1|2|3.0|", "Second|1|2|3.0|"}));
-}
-
 void GpsStoreTest::damagedFiles_data()
 {
-    QTest::addColumn<QString>("damaged");  // "index", "waypoints" or "points"
+    QTest::addColumn<QString>("damaged");  // "index", "waypoints", "points", "missing"; "+backup" when the backup is damaged too
     QTest::addColumn<bool>("withBackup");
     QTest::addColumn<bool>("told");
-    QTest::addColumn<int>("tracks");
+    QTest::addColumn<int>("tracks");       // -1: the store refuses to open
     QTest::addColumn<int>("waypoints");
     QTest::addColumn<int>("points");       // of the first track
 
-    QTest::newRow("index from its backup") << "index" << true << true << 1 << 2 << 3;
-    QTest::newRow("index without backup") << "index" << false << false << 0 << 2 << 0;
+    QTest::newRow("index from its backup") << "index" << true << true << 1 << 2 << 0;
+    QTest::newRow("index without backup: refused") << "index" << false << false << -1 << 0 << 0;
+    QTest::newRow("index and its backup damaged: refused") << "index+backup" << true << true << -1 << 0 << 0;
     QTest::newRow("waypoints from their backup") << "waypoints" << true << true << 2 << 1 << 3;
-    QTest::newRow("points from their backup") << "points" << true << true << 2 << 2 << 2;
+    QTest::newRow("waypoints without backup: refused") << "waypoints" << false << false << -1 << 0 << 0;
+    QTest::newRow("points from their backup") << "points" << true << true << 2 << 2 << 3;
     QTest::newRow("points without backup") << "points" << false << false << 2 << 2 << 0;
     QTest::newRow("missing index") << "missing" << false << false << 0 << 2 << 0;
 }
@@ -84,89 +66,56 @@ void GpsStoreTest::damagedFiles()
     QFETCH(int, waypoints);
     QFETCH(int, points);
 
-    // Two imports of one track and two saves: the backups hold the first version of each list,
-    // and the point file's backup the first import, which had a point less.
+    // Two imports of one track and two saves: the backups hold the first version of each list;
+    // the second track's own point file got its backup when the track was renamed.
     GpsStore store;
     ImportGpx(store, "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"><time>2020-01-01T00:00:00Z</time></trkpt>"
                      "<trkpt lat=\"1\" lon=\"1\"><time>2020-01-01T00:10:00Z</time></trkpt></trkseg></trk><wpt lat=\"1\" lon=\"1\"/>");
     QVERIFY(store.Save());
     ImportGpx(store, "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"><time>2020-01-01T00:00:00Z</time></trkpt><trkpt lat=\"2\" lon=\"2\"/>"
                      "<trkpt lat=\"1\" lon=\"1\"><time>2020-01-01T00:10:00Z</time></trkpt></trkseg></trk><wpt lat=\"2\" lon=\"2\"/>");
+    QVERIFY(store.ModifyTrackName(1, QStringLiteral("Twice"), nullptr)); // keeps the point file's backup
     QVERIFY(store.Save());
 
-    const QString pointFile = GpsStore::TrackFilePath(store.TrackAt(0));
-    const QString file = damaged == u"index" || damaged == u"missing" ? GpsStore::IndexPath()
-        : damaged == u"waypoints"                                     ? GpsStore::WaypointsPath()
-                                                                      : pointFile;
+    const QString pointFile = GpsStore::TrackFilePath(store.TrackAt(1));
+    const QString file = damaged.startsWith(u"index") || damaged == u"missing" ? GpsStore::IndexPath()
+        : damaged == u"waypoints"                                             ? GpsStore::WaypointsPath()
+                                                                              : pointFile;
+    const QByteArray garbage = "<?xml version=\"1.0\"?><plist><dict><key>Items</key><array><dict>";
     if (damaged == u"missing")
         QFile::remove(file);
     else
-        WriteAll(file, "<?xml version=\"1.0\"?><plist><dict><key>Items</key><array><dict>");
+        WriteAll(file, garbage);
     if (!withBackup)
         QFile::remove(StoreFiles::BackupPath(file));
+    if (damaged.endsWith(u"+backup"))
+        WriteAll(StoreFiles::BackupPath(file), garbage);
 
     RecordingPrompter prompter;
     GpsStore reopened;
-    reopened.Load(&prompter);
-    TrackPoints loaded;
-    if (reopened.GetTrackCount() > 0)
-        LoadTrackPoints(reopened.TrackAt(0), loaded, &prompter);
+    const Result loaded = reopened.Load(&prompter);
+    TrackPoints loadedPoints;
+    if (reopened.GetTrackCount() > 1)
+        LoadTrackPoints(reopened.TrackAt(1), loadedPoints, &prompter);
+    QCOMPARE(prompter.errors, told ? QStringList{GetLocalizedString(QStringLiteral("DataFileError"), QStringLiteral("System"))} : QStringList());
+    if (tracks < 0) {
+        // Refused, naming the file; a save never writes over what could not be read.
+        QVERIFY(!loaded.ok && loaded.message.contains(file));
+        reopened.AddNewWaypoint({"W", "1", "1", "0.0", ""});
+        QVERIFY(!reopened.Save());
+        QCOMPARE(ReadAll(file), garbage);
+        return;
+    }
+    QVERIFY2(loaded.ok, qPrintable(loaded.message));
     QCOMPARE(reopened.GetTrackCount(), tracks);
     QCOMPARE(reopened.WaypointCount(), waypoints);
-    QCOMPARE(loaded.Count(), points);
-    QCOMPARE(prompter.errors, told ? QStringList{GetLocalizedString(QStringLiteral("DataFileError"), QStringLiteral("System"))} : QStringList());
+    QCOMPARE(loadedPoints.Count(), points);
     // A restored file is whole again: the next load says nothing.
-    if (told) {
-        RecordingPrompter again;
-        GpsStore third;
-        third.Load(&again);
+    RecordingPrompter again;
+    GpsStore third;
+    QVERIFY(third.Load(&again).ok);
+    if (told)
         QCOMPARE(again.errors, QStringList());
-    }
-}
-
-void GpsStoreTest::trackEdits()
-{
-    GpsStore store;
-    ImportGpx(store, "<trk><name>Old</name><trkseg><trkpt lat=\"1\" lon=\"1\"><time>2020-01-01T00:00:00Z</time></trkpt></trkseg></trk>"
-                     "<trk><name>Other</name><trkseg><trkpt lat=\"1\" lon=\"1\"><time>2021-01-01T00:00:00Z</time></trkpt></trkseg></trk>");
-    QVERIFY(store.ModifyTrackName(0, QStringLiteral("New & shiny"), nullptr));
-    QCOMPARE(store.TrackAt(0).name, QStringLiteral("New & shiny"));
-    DataList pointFile;
-    QVERIFY(pointFile.Load(GpsStore::TrackFilePath(store.TrackAt(0))));
-    QCOMPARE(pointFile.GetDocumentProperty(QStringLiteral("NAME")), QStringLiteral("New & shiny"));
-    QCOMPARE(pointFile.ItemCount(), 1);
-
-    RecordingPrompter prompter;
-    prompter.answer = false;
-    QVERIFY(!store.RemoveTrack(0, &prompter));
-    QCOMPARE(prompter.asked, QStringList{GetLocalizedString(QStringLiteral("MessageDeleteTrack"), QStringLiteral("GPS"))});
-    QCOMPARE(store.GetTrackCount(), 2);
-    prompter.answer = true;
-    const QString removedFile = GpsStore::TrackFilePath(store.TrackAt(0));
-    QVERIFY(store.RemoveTrack(0, &prompter));
-    QCOMPARE(store.GetTrackCount(), 1);
-    QCOMPARE(store.TrackAt(0).name, QStringLiteral("Other"));
-    QVERIFY(!QFile::exists(removedFile));
-    QVERIFY(QFile::exists(GpsStore::TrackFilePath(store.TrackAt(0))));
-}
-
-void GpsStoreTest::waypointEdits()
-{
-    GpsStore store;
-    store.AddNewWaypoint({"A", "1", "2", "3.0", "first"});
-    store.AddNewWaypoint({"B", "4", "5", "6.0", ""});
-    store.ModifyWaypoint(0, {"A2", "-1", "-2", "0.0", "moved"});
-    RecordingPrompter prompter;
-    prompter.answer = false;
-    QVERIFY(!store.RemoveWaypoint(1, &prompter));
-    QCOMPARE(prompter.asked, QStringList{GetLocalizedString(QStringLiteral("MessageDeleteWaypoint"), QStringLiteral("GPS"))});
-    prompter.answer = true;
-    QVERIFY(store.RemoveWaypoint(1, &prompter));
-    QVERIFY(store.IsModified());
-    QVERIFY(store.Save());
-    GpsStore reopened;
-    reopened.Load(nullptr);
-    QCOMPARE(DescribeWaypoints(reopened), QStringList{"A2|-1|-2|0.0|moved"});
 }
 
 void GpsStoreTest::foreignValuesSurvive()
@@ -201,8 +150,7 @@ void GpsStoreTest::statistics_data()
     QTest::newRow("metric") << degree << "M" << QStringList{"111.2 km", "02:30:05", "44.4 km/hr", "-12.5 ~ 100.0 m"};
     QTest::newRow("English") << degree << "E" << QStringList{"69.1 mi", "02:30:05", "27.6 mi/hr", "-41.0 ~ 328.1 ft"};
     QTest::newRow("one point, no time") << QByteArray("<trkpt lat=\"48\" lon=\"11\"/>") << "" << QStringList{"0.0 km", "00:00:00", "0.0 km/hr", "0.0 ~ 0.0 m"};
-    QTest::newRow("a quarter of the earth")
-        << QByteArray("<trkpt lat=\"90\" lon=\"0\"><time>2020-01-01T00:00:00Z</time></trkpt><trkpt lat=\"0\" lon=\"0\"><time>2020-01-03T04:00:00Z</time></trkpt>")
+    QTest::newRow("a quarter of the earth") << QByteArray("<trkpt lat=\"90\" lon=\"0\"><time>2020-01-01T00:00:00Z</time></trkpt><trkpt lat=\"0\" lon=\"0\"><time>2020-01-03T04:00:00Z</time></trkpt>")
         << "" << QStringList{"10006.0 km", "52:00:00", "192.4 km/hr", "0.0 ~ 0.0 m"};
 }
 

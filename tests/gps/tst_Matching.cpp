@@ -3,37 +3,25 @@
 #include "Language.h"
 #include "PhotoMatching.h"
 #include "PhotoRecord.h"
-#include "Settings.h"
 #include "TestEnvironment.h"
-#include "TrackTimeIndex.h"
 
-#include <QRandomGenerator>
-#include <QDir>
 #include <QTest>
-#include <limits>
 
-// Geotagging by time: the documented cases on real albums and stores, a corpus pair, the
-// report, and the fast track walk against a plain point-by-point walk kept here.
+// Geotagging by time: the documented cases on real albums and stores and the period of the
+// window; the report, the running total and a corpus pair are run end to end in tst_CliGps.
 class MatchingTest : public QObject {
     Q_OBJECT
 private slots:
     void init();
     void matchingRules_data();
     void matchingRules();
-    void reportAndRunningTotal();
-    void nothingToMatch();
     void periodOfTheWindow();
-    void corpusPhotosOnTheirTrack();
-    void waypointGivesItsPosition();
-    void fastWalkEqualsPlainWalk();
 
 private:
     std::unique_ptr<ScopedTestEnvironment> environment;
 };
 
 namespace {
-
-constexpr qint64 NoTime = std::numeric_limits<qint64>::min();
 
 // Tracks written as "TIME LAT" points, one list per track.
 QByteArray TracksGpx(const QList<QStringList> &tracks)
@@ -51,61 +39,6 @@ QByteArray TracksGpx(const QList<QStringList> &tracks)
     return Gpx(body);
 }
 
-struct Found {
-    bool found = false;
-    int track = -1;
-    int point = -1;
-};
-
-// The rule as written: every candidate track in order, every point in stored order.
-Found PlainWalk(qint64 t, const std::vector<std::vector<qint64>> &tracks)
-{
-    qint64 best = MatchState::NoMatch;
-    Found found;
-    for (std::size_t c = 0; c < tracks.size(); ++c) {
-        for (std::size_t i = 0; i < tracks[c].size(); ++i) {
-            if (tracks[c][i] == NoTime)
-                continue;
-            const qint64 d = t - tracks[c][i];
-            if (std::abs(d) <= MatchSeconds && (std::abs(d) < std::abs(best) || best == 0)) {
-                best = d;
-                found = {true, static_cast<int>(c), static_cast<int>(i)};
-            }
-            if (std::abs(best) < std::abs(d))
-                break;
-        }
-    }
-    return found;
-}
-
-// A track of the given shape around base: in time order, with local disorder, reversed or
-// shuffled; with repeated times and points without time.
-std::vector<qint64> RandomTrack(QRandomGenerator &random, qint64 base)
-{
-    const int count = random.bounded(1, 400);
-    std::vector<qint64> times;
-    qint64 t = base + random.bounded(-2000, 2000);
-    for (int i = 0; i < count; ++i) {
-        const int step = random.bounded(10);
-        t += step < 2 ? 0 : step < 8 ? random.bounded(1, 4) : random.bounded(1, 700);
-        times.push_back(t);
-    }
-    switch (random.bounded(5)) {
-    case 0: std::reverse(times.begin(), times.end()); break;
-    case 1: std::shuffle(times.begin(), times.end(), random); break;
-    case 2:
-        for (int swaps = random.bounded(1, 10); swaps > 0; --swaps)
-            std::swap(times[random.bounded(count)], times[random.bounded(count)]);
-        break;
-    default: break;
-    }
-    for (qint64 &time : times) {
-        if (random.bounded(12) == 0)
-            time = NoTime;
-    }
-    return times;
-}
-
 } // namespace
 
 void MatchingTest::init()
@@ -121,56 +54,37 @@ void MatchingTest::matchingRules_data()
     QTest::addColumn<QStringList>("latitudes"); // per photo, after matching
 
     using Tracks = QList<QStringList>;
-    QTest::newRow("300 s is in reach") << 2.0 << Tracks{{"2008-06-01T09:00:00Z 0.5", "2008-06-01T10:05:00Z 1.0"}} << QStringList{"2008-06-01 12:00:00"}
-                                       << QStringList{"1.0"};
-    QTest::newRow("301 s is not") << 2.0 << Tracks{{"2008-06-01T09:00:00Z 0.5", "2008-06-01T10:05:01Z 1.0"}} << QStringList{"2008-06-01 12:00:00"}
-                                  << QStringList{""};
+    QTest::newRow("300 s is in reach") << 2.0 << Tracks{{"2008-06-01T09:00:00Z 0.5", "2008-06-01T10:05:00Z 1.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
+    QTest::newRow("301 s is not") << 2.0 << Tracks{{"2008-06-01T09:00:00Z 0.5", "2008-06-01T10:05:01Z 1.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{""};
     QTest::newRow("the window is strict: a track beginning 300 s after the photo is not walked")
         << 2.0 << Tracks{{"2008-06-01T10:05:00Z 1.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{""};
     QTest::newRow("an exact match gives way to the next point in reach")
-        << 0.0 << Tracks{{"2008-06-01T12:00:00Z 1.0", "2008-06-01T12:00:04Z 2.0", "2008-06-01T12:00:08Z 3.0"}} << QStringList{"2008-06-01 12:00:00"}
-        << QStringList{"2.0"};
+        << 0.0 << Tracks{{"2008-06-01T12:00:00Z 1.0", "2008-06-01T12:00:04Z 2.0", "2008-06-01T12:00:08Z 3.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"2.0"};
     QTest::newRow("an exact match stays when the next point is out of reach")
         << 0.0 << Tracks{{"2008-06-01T12:00:00Z 1.0", "2008-06-01T12:06:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
-    QTest::newRow("the closer of two tracks")
-        << 0.0 << Tracks{{"2008-06-01T12:01:00Z 1.0"}, {"2008-06-01T11:59:30Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"2.0"};
-    QTest::newRow("a tie goes to the earlier track")
-        << 0.0 << Tracks{{"2008-06-01T12:00:30Z 1.0"}, {"2008-06-01T11:59:30Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
+    QTest::newRow("the closer of two tracks") << 0.0 << Tracks{{"2008-06-01T12:01:00Z 1.0"}, {"2008-06-01T11:59:30Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"2.0"};
+    QTest::newRow("a tie goes to the earlier track") << 0.0 << Tracks{{"2008-06-01T12:00:30Z 1.0"}, {"2008-06-01T11:59:30Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
     QTest::newRow("a tie within a track goes to the earlier point")
         << 0.0 << Tracks{{"2008-06-01T11:59:50Z 1.0", "2008-06-01T12:00:10Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
-    QTest::newRow("200 s before the track: its first point")
-        << 0.0 << Tracks{{"2008-06-01T12:03:20Z 1.0", "2008-06-01T12:04:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
-    QTest::newRow("400 s before the track: nothing")
-        << 0.0 << Tracks{{"2008-06-01T12:06:40Z 1.0", "2008-06-01T12:07:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{""};
-    QTest::newRow("zone +5.5") << 5.5 << Tracks{{"2008-06-01T06:30:00Z 1.0", "2008-06-01T06:40:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"}
-                               << QStringList{"1.0"};
-    QTest::newRow("zone -3.5 across midnight") << -3.5 << Tracks{{"2008-01-01T02:00:00Z 1.0"}} << QStringList{"2007-12-31 22:30:00"}
-                                               << QStringList{"1.0"};
-    QTest::newRow("no interpolation: the nearer point")
-        << 0.0 << Tracks{{"2008-06-01T11:59:00Z 1.0", "2008-06-01T12:00:50Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"2.0"};
+    QTest::newRow("200 s before the track: its first point") << 0.0 << Tracks{{"2008-06-01T12:03:20Z 1.0", "2008-06-01T12:04:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
+    QTest::newRow("400 s before the track: nothing") << 0.0 << Tracks{{"2008-06-01T12:06:40Z 1.0", "2008-06-01T12:07:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{""};
     QTest::newRow("points without time are passed over")
         << 0.0 << Tracks{{"2008-06-01T11:50:00Z 1.0", "- 2.0", "2008-06-01T12:00:20Z 3.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"3.0"};
     QTest::newRow("the walk stops at the first point farther than the best")
-        << 0.0 << Tracks{{"2008-06-01T11:59:50Z 1.0", "2008-06-01T12:04:00Z 2.0", "2008-06-01T11:59:58Z 3.0"}} << QStringList{"2008-06-01 12:00:00"}
-        << QStringList{"1.0"};
+        << 0.0 << Tracks{{"2008-06-01T11:59:50Z 1.0", "2008-06-01T12:04:00Z 2.0", "2008-06-01T11:59:58Z 3.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
     QTest::newRow("the best carries over: a later track starting farther is not walked")
-        << 0.0 << Tracks{{"2008-06-01T12:01:40Z 1.0"}, {"2008-06-01T11:56:00Z 2.0", "2008-06-01T11:59:59Z 3.0"}} << QStringList{"2008-06-01 12:00:00"}
-        << QStringList{"1.0"};
-    QTest::newRow("a former position is never cleared")
-        << 0.0 << Tracks{{"2008-06-01T14:00:00Z 1.0"}} << QStringList{"2008-06-01 12:00:00 46.500000"} << QStringList{"46.500000"};
+        << 0.0 << Tracks{{"2008-06-01T12:01:40Z 1.0"}, {"2008-06-01T11:56:00Z 2.0", "2008-06-01T11:59:59Z 3.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{"1.0"};
+    QTest::newRow("a former position is never cleared") << 0.0 << Tracks{{"2008-06-01T14:00:00Z 1.0"}} << QStringList{"2008-06-01 12:00:00 46.500000"} << QStringList{"46.500000"};
     QTest::newRow("photos before 1990 are left alone")
-        << 0.0 << Tracks{{"1989-12-31T23:59:00Z 1.0", "1990-01-01T00:05:00Z 2.0"}} << QStringList{"1989-12-31 23:59:59", "1990-01-01 00:04:00", "garbled"}
-        << QStringList{"", "2.0", ""};
+        << 0.0 << Tracks{{"1989-12-31T23:59:00Z 1.0", "1990-01-01T00:05:00Z 2.0"}} << QStringList{"1989-12-31 23:59:59", "1990-01-01 00:04:00", "garbled"} << QStringList{"", "2.0", ""};
     QTest::newRow("a point more than 268435455 s away stops the walk before any match")
         << 0.0 << Tracks{{"1999-01-01T00:00:00Z 1.0", "2008-06-01T12:00:00Z 2.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{""};
     QTest::newRow("the window's extra day: a track ending the day before is still walked")
         << 0.0 << Tracks{{"2008-06-01T11:00:00Z 1.0", "2008-06-02T11:59:00Z 2.0"}} << QStringList{"2008-06-02 12:00:00"} << QStringList{"2.0"};
-    QTest::newRow("out of time order, walked in stored order")
-        << 0.0 << Tracks{{"2008-06-01T11:58:00Z 1.0", "2008-06-01T12:01:00Z 2.0", "2008-06-01T11:59:30Z 3.0", "2008-06-01T12:00:10Z 4.0"}}
+    QTest::newRow("out of time order, walked in stored order") << 0.0 << Tracks{{"2008-06-01T11:58:00Z 1.0", "2008-06-01T12:01:00Z 2.0", "2008-06-01T11:59:30Z 3.0", "2008-06-01T12:00:10Z 4.0"}}
         << QStringList{"2008-06-01 12:00:00"} << QStringList{"4.0"};
     QTest::newRow("a track in reverse order is placed by its first and last points")
-        << 0.0 << Tracks{{"2008-06-01T12:10:00Z 1.0", "2008-06-01T12:00:30Z 2.0", "2008-06-01T12:00:10Z 3.0"}} << QStringList{"2008-06-01 12:00:00"}
-        << QStringList{""};
+        << 0.0 << Tracks{{"2008-06-01T12:10:00Z 1.0", "2008-06-01T12:00:30Z 2.0", "2008-06-01T12:00:10Z 3.0"}} << QStringList{"2008-06-01 12:00:00"} << QStringList{""};
 }
 
 void MatchingTest::matchingRules()
@@ -206,41 +120,6 @@ void MatchingTest::matchingRules()
     QCOMPARE(got, latitudes);
 }
 
-void MatchingTest::reportAndRunningTotal()
-{
-    GpsStore store;
-    QVERIFY(ImportGPXFile(store, WriteTemporary(environment->Root(), QStringLiteral("t.gpx"),
-                                                TracksGpx({{"2020-05-05T10:00:00Z 1", "2020-05-05T10:10:00Z 2"}}))).ok);
-    auto album = MakeAlbum(environment->Root() + QStringLiteral("/Album"),
-                           {{"File=a.jpg", "CaptureDate=2020-05-05 10:00:10"}, {"File=b.jpg", "CaptureDate=2020-05-05 11:00:00"},
-                            {"File=c.jpg", "CaptureDate=2020-05-05 10:09:00"}});
-    WriteSetting(QStringLiteral("GPS"), QStringLiteral("LocatedPhotos"), QStringLiteral("5"));
-    RecordingPrompter prompter;
-    MatchPhotosWithTracks(*album, MatchScope::AllPhotos, {1, 2, 3}, store, DefaultMatchWindow(0), prompter, nullptr);
-    QCOMPARE(prompter.informed, QStringList{"3 photo(s) examined, 2 located."});
-    QCOMPARE(ReadSetting(QStringLiteral("GPS"), QStringLiteral("LocatedPhotos")), QStringLiteral("7"));
-    QVERIFY(album->IsModified());
-
-    prompter.informed.clear();
-    MatchPhotosWithTracks(*album, MatchScope::SelectedPhotos, {2}, store, DefaultMatchWindow(0), prompter, nullptr);
-    QCOMPARE(prompter.informed.size(), 1);
-    QVERIFY(prompter.informed[0].startsWith(QStringLiteral("1 photo(s) examined. None was taken")));
-    QCOMPARE(ReadSetting(QStringLiteral("GPS"), QStringLiteral("LocatedPhotos")), QStringLiteral("7"));
-}
-
-void MatchingTest::nothingToMatch()
-{
-    GpsStore empty;
-    auto album = MakeAlbum(environment->Root() + QStringLiteral("/Album"), {{"File=a.jpg", "CaptureDate=2020-05-05 10:00:10"}});
-    RecordingPrompter prompter;
-    QVERIFY(!MatchPhotosWithTracks(*album, MatchScope::AllPhotos, {1}, empty, DefaultMatchWindow(0), prompter, nullptr).ran);
-    QVERIFY(!MatchPhotosWithTracks(*album, MatchScope::SelectedPhotos, {}, empty, DefaultMatchWindow(0), prompter, nullptr).ran);
-    QCOMPARE(prompter.informed, (QStringList{GetLocalizedString(QStringLiteral("MessageNoPhotosOrTrackToMatch"), QStringLiteral("GPS")),
-                                             GetLocalizedString(QStringLiteral("MessageNoSelectedPhotosOrTrackToMatch"), QStringLiteral("GPS"))}));
-    QVERIFY(!album->IsModified());
-    QVERIFY(ReadSetting(QStringLiteral("GPS"), QStringLiteral("LocatedPhotos")).isEmpty());
-}
-
 void MatchingTest::periodOfTheWindow()
 {
     GpsStore store;
@@ -255,78 +134,6 @@ void MatchingTest::periodOfTheWindow()
     QVERIFY(CheckMatchWindow({QDate(2020, 5, 5), QDate(2020, 5, 5), 0}, prompter));
     QVERIFY(!CheckMatchWindow({QDate(2020, 5, 6), QDate(2020, 5, 5), 0}, prompter));
     QCOMPARE(prompter.errors, QStringList{GetLocalizedString(QStringLiteral("MessageWrongDateGPS"), QStringLiteral("GPS"))});
-}
-
-void MatchingTest::corpusPhotosOnTheirTrack()
-{
-    // The camera ran on Pacific time: 09:54 local is 17:54 UTC.
-    GpsStore store;
-    QVERIFY(ImportGPXFile(store, CorpusTrack(QStringLiteral("exiv2-FurnaceCreekInn.gpx"))).ok);
-    auto album = MakeAlbum(environment->Root() + QStringLiteral("/Album"),
-                           {{"File=exiv2-FurnaceCreekInn.jpg", "CaptureDate=2008-05-08 09:54:28"},
-                            {"File=exiv2-FurnaceCreekInn2.jpg", "CaptureDate=2008-05-08 09:54:34"},
-                            {"File=exiv2-FurnaceCreekInn3.jpg", "CaptureDate=2008-05-08 09:54:41"}});
-    RecordingPrompter prompter;
-    QCOMPARE(MatchPhotosWithTracks(*album, MatchScope::AllPhotos, {1, 2, 3}, store, DefaultMatchWindow(-8), prompter, nullptr).located, 3);
-    const QStringList expected[] = {{"36.448572837", "-116.855238480", "-14.3"}, {"36.448581973", "-116.855262034", "-14.8"},
-                                    {"36.448590020", "-116.855295058", "-14.8"}};
-    for (int i = 1; i <= 3; ++i) {
-        QCOMPARE((QStringList{album->Record(PhotoRecord::Latitude, i), album->Record(PhotoRecord::Longitude, i), album->Record(PhotoRecord::Elevation, i)}),
-                 expected[i - 1]);
-    }
-}
-
-void MatchingTest::waypointGivesItsPosition()
-{
-    auto album = MakeAlbum(environment->Root() + QStringLiteral("/Album"), {{"File=a.jpg"}, {"File=b.jpg", "Latitude=1.000000"}, {"File=c.jpg"}});
-    RecordingPrompter prompter;
-    QVERIFY(!MatchSelectedPhotosWithSelectedWaypoint(*album, {1}, std::nullopt, prompter));
-    QVERIFY(!MatchSelectedPhotosWithSelectedWaypoint(*album, {}, Waypoint{"Hut", "46.1", "13.2", "1500.0", ""}, prompter));
-    QCOMPARE(prompter.informed.size(), 2);
-    QVERIFY(!album->IsModified());
-    QVERIFY(MatchSelectedPhotosWithSelectedWaypoint(*album, {2, 3}, Waypoint{"Hut", "46.1", "13.2", "1500.0", ""}, prompter));
-    QCOMPARE(album->Record(PhotoRecord::Latitude, 1), QString());
-    for (const int i : {2, 3}) {
-        QCOMPARE((QStringList{album->Record(PhotoRecord::Latitude, i), album->Record(PhotoRecord::Longitude, i), album->Record(PhotoRecord::Elevation, i)}),
-                 (QStringList{"46.1", "13.2", "1500.0"}));
-    }
-}
-
-void MatchingTest::fastWalkEqualsPlainWalk()
-{
-    const quint32 seed = QRandomGenerator::global()->generate();
-    QRandomGenerator random(seed);
-    constexpr qint64 Base = 1'600'000'000;
-    int located = 0;
-    for (int scenario = 0; scenario < 1500; ++scenario) {
-        std::vector<std::vector<qint64>> tracks(static_cast<std::size_t>(random.bounded(1, 4)));
-        for (auto &track : tracks)
-            track = RandomTrack(random, Base);
-        std::vector<TrackTimeIndex> indices;
-        indices.reserve(tracks.size());
-        for (const auto &track : tracks)
-            indices.emplace_back(track);
-        for (int photo = 0; photo < 40; ++photo) {
-            // Mostly near a point, so that every branch of the walk is taken.
-            const auto &near = tracks[static_cast<std::size_t>(random.bounded(static_cast<int>(tracks.size())))];
-            const qint64 anchor = near[static_cast<std::size_t>(random.bounded(static_cast<int>(near.size())))];
-            const qint64 around = anchor == NoTime || random.bounded(8) == 0 ? Base + random.bounded(-3000, 3000) : anchor;
-            const bool atThePoint = random.bounded(3) == 0;
-            const qint64 t = around + (atThePoint ? 0 : random.bounded(-320, 321));
-            MatchState state;
-            for (std::size_t c = 0; c < indices.size(); ++c)
-                indices[c].Scan(t, static_cast<int>(c), state);
-            const Found expected = PlainWalk(t, tracks);
-            if (state.found != expected.found || state.track != expected.track || state.point != expected.point) {
-                QFAIL(qPrintable(QStringLiteral("seed %1, scenario %2, photo %3: fast %4/%5/%6, plain %7/%8/%9")
-                                     .arg(seed).arg(scenario).arg(photo).arg(state.found).arg(state.track).arg(state.point)
-                                     .arg(expected.found).arg(expected.track).arg(expected.point)));
-            }
-            located += expected.found ? 1 : 0;
-        }
-    }
-    // The cases must not all be misses.
-    QVERIFY(located > 10000);
 }
 
 QTEST_GUILESS_MAIN(MatchingTest)

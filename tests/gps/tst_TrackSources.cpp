@@ -18,8 +18,6 @@ private slots:
     void corpusLogs();
     void converterCalls_data();
     void converterCalls();
-    void unreachableReceiver();
-    void portNames();
 
 private:
     std::unique_ptr<ScopedTestEnvironment> environment;
@@ -82,22 +80,15 @@ void TrackSourcesTest::converterCalls_data()
     QTest::addColumn<QString>("message");
 
     const QString userData = QStringLiteral("USERDATA");
-    QTest::newRow("NMEA file") << "nmea" << true
-                               << QStringList{"-p", "", "-t", "-w", "-i", "nmea", "-f", "IN", "-x", "duplicate,shortname,location", "-o", "gpx", "-F",
-                                              userData + "/~temp.gpx"}
-                               << "MessageSucceedToImportTracksFromGPX";
-    QTest::newRow("Ozi file, no output") << "ozi" << false
-                                         << QStringList{"-p", "", "-t", "-w", "-i", "ozi", "-f", "IN", "-x", "duplicate,shortname,location", "-o", "gpx",
-                                                        "-F", userData + "/~temp.gpx"}
-                                         << "MessageFailToImportTrackFromGPX";
-    QTest::newRow("Garmin tracks over USB") << "receiver garmin USB tracks" << true
-                                            << QStringList{"-t", "-i", "garmin", "-f", "usb:", "-o", "gpx", "-F", userData + "/~tracks_download.gpx"}
+    QTest::newRow("NMEA file") << "nmea" << true << QStringList{"-p", "", "-t", "-w", "-i", "nmea", "-f", "IN", "-x", "duplicate,shortname,location", "-o", "gpx", "-F",
+                                              userData + "/~temp.gpx"} << "MessageSucceedToImportTracksFromGPX";
+    QTest::newRow("Ozi file, no output") << "ozi" << false << QStringList{"-p", "", "-t", "-w", "-i", "ozi", "-f", "IN", "-x", "duplicate,shortname,location", "-o", "gpx",
+                                                        "-F", userData + "/~temp.gpx"} << "MessageFailToImportTrackFromGPX";
+    QTest::newRow("Garmin tracks over USB") << "receiver garmin USB tracks" << true << QStringList{"-t", "-i", "garmin", "-f", "usb:", "-o", "gpx", "-F", userData + "/~tracks_download.gpx"}
                                             << "MessageSucceedToImportTracksFromGPS";
-    QTest::newRow("Magellan waypoints on COM3") << "receiver magellan COM3 waypoints" << true
-                                                << QStringList{"-i", "magellan", "-f", "com3", "-o", "gpx", "-F", userData + "/~waypoints_download.gpx"}
+    QTest::newRow("Magellan waypoints on COM3") << "receiver magellan COM3 waypoints" << true << QStringList{"-i", "magellan", "-f", "com3", "-o", "gpx", "-F", userData + "/~waypoints_download.gpx"}
                                                 << "MessageSucceedToImportTracksFromGPS";
-    QTest::newRow("receiver without an answer") << "receiver garmin COM12 waypoints" << false
-                                                << QStringList{"-i", "garmin", "-f", "com12", "-o", "gpx", "-F", userData + "/~waypoints_download.gpx"}
+    QTest::newRow("receiver without an answer") << "receiver garmin COM12 waypoints" << false << QStringList{"-i", "garmin", "-f", "com12", "-o", "gpx", "-F", userData + "/~waypoints_download.gpx"}
                                                 << "MessageFailToImportWaypointFromGPSr";
 }
 
@@ -138,28 +129,6 @@ void TrackSourcesTest::converterCalls()
     QCOMPARE(imported.ok, answers);
     QCOMPARE(store.GetTrackCount(), answers ? 1 : 0);
     QVERIFY(!GetLocalizedString(message, QStringLiteral("GPS")).startsWith(QStringLiteral("Message")));
-}
-
-void TrackSourcesTest::unreachableReceiver()
-{
-    GpsStore store;
-    const SourceImport imported = DownloadFromReceiver(store, QStringLiteral("garmin"), QStringLiteral("COM3"), LogType::Tracks, nullptr);
-    QVERIFY(!imported.ok);
-    QCOMPARE(imported.messageKey, QStringLiteral("MessageFailToImportTrackFromGPSr"));
-    QCOMPARE(store.GetTrackCount(), 0);
-    QVERIFY(!store.IsModified());
-}
-
-void TrackSourcesTest::portNames()
-{
-    QCOMPARE(SerialPortEntries().size(), 13);
-    QStringList names;
-    for (const QString &entry : SerialPortEntries())
-        names << GetDownloadPortName(entry);
-    QCOMPARE(names.mid(0, 4), (QStringList{"usb:", "com1", "com2", "com3"}));
-    QCOMPARE(names.last(), QStringLiteral("com12"));
-    QCOMPARE(ReceiverMakes().size(), 2);
-    QCOMPARE(ReceiverMakes()[1].format, QStringLiteral("magellan"));
 }
 
 QTEST_GUILESS_MAIN(TrackSourcesTest)
