@@ -14,6 +14,7 @@
 const QString AlbumUsage = QStringLiteral(
     "orvana-cli album create FOLDER\n"
     "       orvana-cli album info ALBUM [--json]\n"
+    "       orvana-cli album describe ALBUM [--title T] [--id I] [--description D]   only those given change\n"
     "       orvana-cli album list ALBUM [--json]\n"
     "       orvana-cli album arrange ALBUM time|file [--desc]\n"
     "       orvana-cli album find-date ALBUM DATE        DATE: yyyy-mm-dd or \"yyyy-mm-dd hh\"\n"
@@ -52,8 +53,8 @@ int Create(const Arguments &args)
     const QString folder = QDir::cleanPath(QDir::current().absoluteFilePath(args.positional[0]));
     if (QFileInfo::exists(AlbumFormat::StudioPlistPath(folder)))
         return Fail(Message("MessageAlreadyBeAlbum", "OrvDocument") + QStringLiteral(" (") + folder + u')');
-    if (!QDir().mkpath(folder))
-        return Fail(Message("MessageFailToCreateAlbum", "OrvDocument") + QStringLiteral(" (") + folder + u')');
+    if (const Result created = CreateNewAlbum(folder); !created)
+        return Fail(Message("MessageFailToCreateAlbum", "OrvDocument") + QStringLiteral(" (") + created.message + u')');
     if (!OpenAlbumForCli(folder))
         return ExitFailed;
     PrintOut(folder);
@@ -81,6 +82,19 @@ int Info(const Arguments &args, AlbumDocument &album)
     for (auto it = info.constBegin(); it != info.constEnd(); ++it)
         PrintOut(it.key() + QStringLiteral(": ") + it.value().toVariant().toString());
     return ExitDone;
+}
+
+const QStringList DescribeOptions = {QStringLiteral("--title"), QStringLiteral("--id"), QStringLiteral("--description")};
+
+int Describe(const Arguments &args, AlbumDocument &album)
+{
+    if (args.positional.size() != 1 || !args.flags.isEmpty())
+        return UsageError(QStringLiteral("album describe takes ALBUM and --title T, --id I or --description D"), Usage);
+    const auto given = [&](const QString &option) {
+        return args.values.contains(option) ? std::optional<QString>(args.values.value(option)) : std::nullopt;
+    };
+    const Result set = album.SetAlbumTexts({given(DescribeOptions[0]), given(DescribeOptions[1]), given(DescribeOptions[2])});
+    return set ? SaveAndFinish(album) : Fail(set.message);
 }
 
 int List(const Arguments &args, AlbumDocument &album)
@@ -157,7 +171,7 @@ struct AlbumVerb {
 };
 
 constexpr AlbumVerb Verbs[] = {
-    {"info", Info}, {"list", List}, {"arrange", Arrange}, {"find-date", FindDate}, {"set", Set}, {"star", Star},
+    {"info", Info}, {"describe", Describe}, {"list", List}, {"arrange", Arrange}, {"find-date", FindDate}, {"set", Set}, {"star", Star},
     {"import", AlbumImport}, {"check", AlbumCheck}, {"search", AlbumSearch}, {"set-note", AlbumSetNote},
     {"delete", AlbumDelete}, {"copy", AlbumCopy}, {"cut", AlbumCut}, {"paste", AlbumPaste},
     {"keywords-copy", AlbumKeywordsCopy}, {"keywords-paste", AlbumKeywordsPaste}, {"rotate", AlbumRotate},
@@ -174,7 +188,7 @@ int RunAlbum(const QStringList &arguments)
     }
     UseUserSettings();
     const QString verb = arguments.value(0);
-    const Arguments args = SplitArguments(arguments.mid(1));
+    const Arguments args = SplitArguments(arguments.mid(1), DescribeOptions);
     if (verb == QLatin1String("create"))
         return Create(args);
     for (const AlbumVerb &candidate : Verbs) {
@@ -182,8 +196,13 @@ int RunAlbum(const QStringList &arguments)
             continue;
         if (args.positional.isEmpty())
             return UsageError(QStringLiteral("album %1 needs ALBUM").arg(verb), Usage);
-        const auto album = OpenAlbumForCli(args.positional[0]);
-        return album ? candidate.run(args, *album) : ExitFailed;
+        ImportReport opening;
+        const auto album = OpenAlbumForCli(args.positional[0], &opening);
+        if (!album)
+            return ExitFailed;
+        const int code = candidate.run(args, *album);
+        // What opening could not import (a drop folder's leftovers, say) is on stderr: it fails.
+        return code == ExitDone && !opening.Clean() ? ExitFailed : code;
     }
     return UsageError(verb.isEmpty() ? QStringLiteral("album needs a verb") : QStringLiteral("unknown verb \"%1\"").arg(verb), Usage);
 }

@@ -76,11 +76,19 @@ void CliProgressSink::End()
     line.reset();
 }
 
-CliArguments SplitArguments(const QStringList &arguments)
+CliArguments SplitArguments(const QStringList &arguments, const QStringList &valueOptions)
 {
     CliArguments split;
-    for (const QString &argument : arguments)
-        (argument.startsWith(QLatin1String("--")) ? split.flags : split.positional) << argument;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString &argument = arguments[i];
+        const QString option = argument.section(u'=', 0, 0);
+        if (valueOptions.contains(option) && argument.contains(u'='))
+            split.values.insert(option, argument.section(u'=', 1));
+        else if (valueOptions.contains(argument) && i + 1 < arguments.size())
+            split.values.insert(argument, arguments[++i]);
+        else
+            (argument.startsWith(QLatin1String("--")) ? split.flags : split.positional) << argument;
+    }
     return split;
 }
 
@@ -91,7 +99,17 @@ QString Message(const char *key, const char *section, const QString &argument)
     return argument.isNull() ? text : text.replace(QStringLiteral("%1"), argument);
 }
 
-std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path)
+bool ReportProblems(const ImportReport &report)
+{
+    QTextStream err(stderr);
+    for (const QList<FileProblem> *problems : {&report.notImported, &report.warnings}) {
+        for (const FileProblem &problem : *problems)
+            err << "orvana-cli: " << problem.path << ": " << problem.reason << '\n';
+    }
+    return report.Clean();
+}
+
+std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path, ImportReport *opening)
 {
     CliPrompter prompter(false);
     CliProgressSink progress;
@@ -104,6 +122,9 @@ std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path)
         Fail(opened.load.message);
         return nullptr;
     }
+    ReportProblems(opened.imported);
+    if (opening)
+        *opening = opened.imported;
     for (const int index : opened.document->UnsafeRecords()) {
         QTextStream(stderr) << QStringLiteral("orvana-cli: record %1 names \"%2\", which is not a file of the album; it is left alone\n")
                                    .arg(index)
@@ -122,14 +143,12 @@ int SaveAndFinish(AlbumDocument &document)
 
 std::optional<QList<int>> RecordsNamed(const AlbumDocument &document, const QStringList &names)
 {
-    QList<int> indices;
-    for (const QString &name : names) {
-        const int index = document.FindRecord(name);
-        if (index == 0 || !PhotoRecord::IsBareFileName(name)) {
-            Fail(QStringLiteral("\"%1\" is not a photo of this album").arg(name));
+    const QList<int> indices = document.FindRecords(names);
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        if (indices[i] == 0 || !PhotoRecord::IsBareFileName(document.Record(PhotoRecord::File, indices[i]))) {
+            Fail(QStringLiteral("\"%1\" is not a photo of this album").arg(names[i]));
             return std::nullopt;
         }
-        indices << index;
     }
     return indices;
 }

@@ -5,6 +5,7 @@
 #include "ProgressSink.h"
 #include "Prompter.h"
 
+#include <QMap>
 #include <QStringList>
 #include <memory>
 #include <optional>
@@ -41,17 +42,23 @@ private:
     int total = 0;
 };
 
-// The arguments after a verb: positional ones and "--" flags.
+// The arguments after a verb: positional ones, "--" flags, and the options among valueOptions
+// with their values ("--title T" or "--title=T").
 struct CliArguments {
     QStringList positional;
     QStringList flags;
+    QMap<QString, QString> values;
     bool Has(const char *flag) const { return flags.contains(QLatin1String(flag)); }
 };
-CliArguments SplitArguments(const QStringList &arguments);
+CliArguments SplitArguments(const QStringList &arguments, const QStringList &valueOptions = {});
 
 // Opens an album by the program's opening rules, as a window would. On failure the reason is
-// on stderr and the result is null. Records naming no bare file are reported.
-std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path);
+// on stderr and the result is null. Records naming no bare file are reported, and so is every
+// file the opening could not import (from the drop folder, or found outside); that report is
+// handed back when asked for.
+std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path, ImportReport *opening = nullptr);
+// Every file not imported, and every warning, on stderr with its reason; true when there were none.
+bool ReportProblems(const ImportReport &report);
 // Saves when the document changed; returns the exit code.
 int SaveAndFinish(AlbumDocument &document);
 

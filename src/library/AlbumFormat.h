@@ -45,6 +45,11 @@ Result CreateBlankStudioPackage(const QString &albumPath);
 void FormatNewDoc(const QString &path);
 void WriteDesktopIni(const QString &albumPath);
 
+// Makes a new album at path, as the windows' new album does: the folder, its data folder as
+// FormatNewDoc prepares it, and a blank "studio.plist"; a package album ("*.album" while
+// DefaultAlbumFormat is 1) also gets "studio.data/size_full" for its photos, and so opens.
+Result CreateNewAlbum(const QString &path);
+
 enum class OpenAlbumStatus { Nothing, Ready, Refused };
 // The opening rules applied to a folder before its list is loaded: an empty path does nothing,
 // a missing folder or a package without its data folder is refused, a plain folder becomes a
@@ -57,5 +62,6 @@ struct ConvertResult {
     QString albumPath; // the new album, when converted
 };
 // Turns a folder of photos into "<folder>.album": the folder itself is renamed, or, for package
-// albums, it becomes the new package's drop folder so that opening imports every photo.
+// albums, a new package is made and the folder becomes its drop folder, so that opening imports
+// every photo into "studio.data/size_full".
 ConvertResult ConvertDoc(const QString &path);

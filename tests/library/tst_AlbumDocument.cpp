@@ -339,7 +339,7 @@ void AlbumDocumentTest::deletion()
     QVERIFY(!album->ActionDelete(prompter));
     QCOMPARE(album->RecordCount(), 5);
 
-    const QList<int> leftAlone = album->DeleteItems({2, 3, 5, 3});
+    const QList<int> leftAlone = album->DeleteItems({2, 3, 5, 3}).leftAlone;
     QCOMPARE(leftAlone, QList<int>{5});
     QCOMPARE(Files(*album), (QStringList{"c.jpg", "b.jpg", "../outside.jpg"}));
     QCOMPARE(SelectedFiles(*album), QStringList{"b.jpg"}); // the selection stays with its record

@@ -197,7 +197,7 @@ void ImporterTest::cancelKeepsWhatIsDone()
     OrvAlbumImporter importer;
     importer.SetDocument(album.get());
     CancelAtOnce cancel;
-    const QList<int> added = importer.ImportFiles({Corpus}, cancel);
+    const QList<int> added = importer.ImportFiles({Corpus}, cancel).imported;
     QVERIFY(!added.isEmpty());
     QVERIFY(added.size() < 100);
     // Every photo that reached the album has its record, and no record lacks its photo.
