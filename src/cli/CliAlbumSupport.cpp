@@ -119,7 +119,7 @@ std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path, ImportReport
         return nullptr;
     }
     if (!opened.load) {
-        Fail(opened.load.message);
+        Fail(QStringLiteral("%1: %2; it is left as it is, and nothing is changed").arg(AlbumFormat::StudioPlistPath(opened.document->Path()), opened.load.message));
         return nullptr;
     }
     ReportProblems(opened.imported);

@@ -184,7 +184,8 @@ bool AlbumDocument::ArrangePhotos(const QString &key, bool ascending, bool confi
     if (key == PhotoRecord::File) {
         // File names in the order of a file manager: numbers by their value ("IMG_2" before
         // "IMG_10"), letters without regard to case, in the user's language; ties keep their order.
-        QCollator collator;
+        // The C locale has no such order: English stands in for it.
+        QCollator collator(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale());
         collator.setNumericMode(true);
         collator.setCaseSensitivity(Qt::CaseInsensitive);
         list.SortItems(key, ascending ? 1 : 0, [&](const QString &a, const QString &b) { return collator.compare(a, b) < 0; });

@@ -62,10 +62,11 @@ bool LiesIn(const QString &path, const QString &folder)
     return SamePath(QFileInfo(path).absolutePath(), folder);
 }
 
-QString NotAPhoto(bool allowNonJpeg)
+QString NotAPhoto(const QString &fileName)
 {
-    return allowNonJpeg ? QStringLiteral("not a photo: only .jpeg, .jpg, .tif, .tiff, .png, .bmp, .psd and .gif files are imported")
-                        : QStringLiteral("not a JPEG photo: other pictures are imported only when [System] AllowNonJPEG is 1");
+    return PhotoRecord::IsPhotoFile(fileName, true)
+        ? QStringLiteral("not a JPEG photo: other pictures are imported only when [System] AllowNonJPEG is 1")
+        : QStringLiteral("not a photo: only .jpeg and .jpg files (with AllowNonJPEG also .tif, .tiff, .png, .bmp, .psd and .gif) are imported");
 }
 
 QString FreeNameIn(const QString &name, const std::function<bool(const QString &)> &taken)
@@ -140,7 +141,7 @@ std::vector<OrvAlbumImporter::Job> OrvAlbumImporter::Plan(const QStringList &pat
             if (PhotoRecord::IsPhotoFile(file.fileName(), allowNonJpeg))
                 jobs.push_back(Job{file.absoluteFilePath(), i, {}, false, false, {}});
             else
-                report.notImported << FileProblem{file.absoluteFilePath(), NotAPhoto(allowNonJpeg)};
+                report.notImported << FileProblem{file.absoluteFilePath(), NotAPhoto(file.fileName())};
         }
         if (source.isDir() && !dropFolder && jobs.size() == before)
             report.notImported << FileProblem{source.absoluteFilePath(), QStringLiteral("holds no photo to import")};
