@@ -17,7 +17,8 @@ private slots:
     void createListAndEdit();
     void verbs_data();
     void verbs();
-    void convertCorpusFolder();
+    void convertAndPackages_data();
+    void convertAndPackages();
     void damagedAlbumIsLeftAlone();
 
 private:
@@ -62,6 +63,13 @@ void CliAlbumTest::createListAndEdit()
     QCOMPARE(object.value(QStringLiteral("title")).toString(), QStringLiteral("New"));
     QCOMPARE(object.value(QStringLiteral("photos")).toInt(), 0);
     QCOMPARE(object.value(QStringLiteral("identification")).toString().size(), 36);
+    // Only the texts given change, and the list is saved.
+    QCOMPARE(Cli({"album", "describe", "New.ALBUM", "--title", "Coast", "--description=Two\nlines"}).exitCode, 0);
+    QCOMPARE(Cli({"album", "describe", "New.ALBUM", "--id", "coast-2026"}).exitCode, 0);
+    QCOMPARE(Cli({"album", "describe", "New.ALBUM", "--id", "../up"}).exitCode, 1);
+    const QJsonObject described = QJsonDocument::fromJson(Cli({"album", "info", "New.ALBUM", "--json"}).out.toUtf8()).object();
+    QCOMPARE(QStringList({described.value(QStringLiteral("title")).toString(), described.value(QStringLiteral("identification")).toString(), described.value(QStringLiteral("description")).toString()}),
+             QStringList({"Coast", "coast-2026", "Two\nlines"}));
 
     WriteAlbum();
     QCOMPARE(Cli({"album", "set", album, "a.jpg", "note", "Fog on the \"ridge\""}).exitCode, 0);
@@ -121,40 +129,66 @@ void CliAlbumTest::verbs()
     QCOMPARE(ReadAll(AlbumFormat::StudioPlistPath(album)) != before, changes);
 }
 
-void CliAlbumTest::convertCorpusFolder()
+// Folder and package albums (DefaultAlbumFormat 0 and 1) made by convert and by create, then
+// used: the photos of a package lie in "studio.data/size_full".
+void CliAlbumTest::convertAndPackages_data()
 {
-    const QString folder = home->path() + QStringLiteral("/Card");
-    QDir().mkpath(folder);
-    const QDir corpus(QStringLiteral(ORVANA_SOURCE_DIR "/../shared/corpus/photos"));
-    const QStringList photos = corpus.entryList({QStringLiteral("*.jpg")}, QDir::Files).mid(0, 3);
-    QCOMPARE(photos.size(), 3);
-    for (const QString &photo : photos)
-        QVERIFY(QFile::copy(corpus.filePath(photo), folder + u'/' + photo));
-
-    QDir().mkpath(folder + QStringLiteral("/Extras"));
-    const CliRun refused = Cli({"convert", "Card"});
-    QCOMPARE(refused.exitCode, 1);
-    QVERIFY(QFileInfo::exists(folder));
-    QDir(folder + QStringLiteral("/Extras")).removeRecursively();
-
-    const CliRun converted = Cli({"convert", "Card"});
-    QCOMPARE(converted.exitCode, 0);
-    QCOMPARE(converted.out.trimmed(), folder + QStringLiteral(".album"));
-    QVERIFY(!QFileInfo::exists(folder));
-    QVERIFY(QFileInfo::exists(folder + QStringLiteral(".album/") + photos[0]));
-    QVERIFY(QFileInfo::exists(AlbumFormat::StudioPlistPath(folder + QStringLiteral(".album"))));
-    QCOMPARE(Cli({"convert", "Card.album"}).exitCode, 1);
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QString>("photos"); // where an album's photos lie, inside it
+    QTest::newRow("folder albums") << "0" << "";
+    QTest::newRow("package albums") << "1" << "/studio.data/size_full";
 }
 
+void CliAlbumTest::convertAndPackages()
+{
+    QFETCH(QString, format);
+    QFETCH(QString, photos);
+    QCOMPARE(Cli({"settings", "set", "System", "DefaultAlbumFormat", format}).exitCode, 0);
+    const QString folder = home->path() + QStringLiteral("/Card");
+    QDir().mkpath(folder + QStringLiteral("/Extras"));
+    const QDir corpus(QStringLiteral(ORVANA_SOURCE_DIR "/../shared/corpus/photos"));
+    const QStringList names = corpus.entryList({QStringLiteral("*.jpg")}, QDir::Files).mid(0, 3);
+    for (const QString &photo : names)
+        QVERIFY(QFile::copy(corpus.filePath(photo), folder + u'/' + photo));
+    QCOMPARE(Cli({"convert", "Card"}).exitCode, 1);
+    QVERIFY(QDir(folder + QStringLiteral("/Extras")).removeRecursively());
+
+    const CliRun converted = Cli({"convert", "Card"});
+    QVERIFY2(converted.exitCode == 0, qPrintable(converted.err));
+    QCOMPARE(converted.out.trimmed(), folder + QStringLiteral(".album"));
+    QVERIFY(!QFileInfo::exists(folder) && !QFileInfo::exists(folder + QStringLiteral(".album/raw.files")));
+    QCOMPARE(QDir(folder + QStringLiteral(".album") + photos).entryList({QStringLiteral("*.jpg")}), names);
+    QCOMPARE(Cli({"album", "list", "Card.album"}).out, names.join(u'\n') + u'\n');
+    QCOMPARE(Cli({"convert", "Card.album"}).exitCode, 1);
+
+    QCOMPARE(Cli({"album", "create", "New.album"}).exitCode, 0);
+    QCOMPARE(Cli({"album", "import", "New.album", corpus.filePath(names[0])}).out, names[0] + u'\n');
+    QVERIFY(QFile::copy(corpus.filePath(names[1]), home->path() + QStringLiteral("/New.album") + photos + QStringLiteral("/outside.jpg")));
+    QCOMPARE(Cli({"album", "check", "New.album"}).exitCode, 0);
+    QCOMPARE(Cli({"album", "list", "New.album"}).out, names[0] + QStringLiteral("\noutside.jpg\n"));
+    const QJsonObject info = QJsonDocument::fromJson(Cli({"album", "info", "New.album", "--json"}).out.toUtf8()).object();
+    QCOMPARE(info.value(QStringLiteral("package")).toBool(), format == QLatin1String("1"));
+    QCOMPARE(info.value(QStringLiteral("bytesOnDisk")).toInteger(), info.value(QStringLiteral("bytesByList")).toInteger());
+}
+
+// A list that cannot be read is never written over, whatever the verb; each says why.
 void CliAlbumTest::damagedAlbumIsLeftAlone()
 {
     QDir().mkpath(AlbumFormat::StudioDataPath(album));
+    QDir().mkpath(album + QStringLiteral("/raw.files"));
     const QByteArray damaged = "<?xml version=\"1.0\"?><plist><dict><key>Items</key><array><dict>";
     WriteAll(AlbumFormat::StudioPlistPath(album), damaged);
-    const CliRun run = Cli({"album", "star", album, "a.jpg"});
-    QCOMPARE(run.exitCode, 1);
-    QVERIFY2(run.err.contains(QStringLiteral("damaged")), qPrintable(run.err));
+    WriteAll(album + QStringLiteral("/raw.files/a.jpg"), ReadAll(QStringLiteral(ORVANA_SOURCE_DIR "/../shared/corpus/photos/drewnoakes-Canon_PowerShot_S330.jpg")));
+    const QList<QStringList> runs = {{"album", "star", album, "a.jpg"}, {"album", "import", album, album + "/raw.files/a.jpg"},
+                                     {"album", "set", album, "a.jpg", "note", "x"}, {"album", "describe", album, "--title", "T"},
+                                     {"album", "check", album, "--remove-missing"}, {"album", "arrange", album, "file"}};
+    for (const QStringList &arguments : runs) {
+        const CliRun run = Cli(arguments);
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY2(run.err.contains(QStringLiteral("studio.plist: The file is damaged")), qPrintable(run.err));
+    }
     QCOMPARE(ReadAll(AlbumFormat::StudioPlistPath(album)), damaged);
+    QVERIFY(QFileInfo::exists(album + QStringLiteral("/raw.files/a.jpg")));
 }
 
 QTEST_GUILESS_MAIN(CliAlbumTest)
