@@ -107,6 +107,9 @@ void CliAlbumTest::verbs_data()
     QTest::newRow("find with a bad date") << QStringList{"album", "find-date", "ALBUM", "March"} << 2 << "" << "usage:";
     QTest::newRow("arrange by name") << QStringList{"album", "arrange", "ALBUM", "file"} << 0 << "" << "";
     QTest::newRow("read-only value") << QStringList{"album", "set", "ALBUM", "a.jpg", "CameraModel", "X"} << 1 << "" << "Camera Model is read-only";
+    QTest::newRow("latitude past the pole") << QStringList{"album", "set", "ALBUM", "a.jpg", "lat", "91"} << 1 << "" << "from -90 to 90";
+    QTest::newRow("capture date without time") << QStringList{"album", "set", "ALBUM", "a.jpg", "date", "2025-12-31"} << 1 << "" << "yyyy-mm-dd hh:mm:ss";
+    QTest::newRow("a star is 1 or 0") << QStringList{"album", "set", "ALBUM", "a.jpg", "star", "yes"} << 1 << "" << "1 or 0";
     QTest::newRow("photo not in the album") << QStringList{"album", "star", "ALBUM", "z.jpg"} << 1 << "" << "z.jpg";
     QTest::newRow("missing album") << QStringList{"album", "info", "/no/such/album"} << 1 << "" << "/no/such/album";
     QTest::newRow("unknown verb") << QStringList{"album", "paint", "ALBUM"} << 2 << "" << "unknown verb";

@@ -100,6 +100,8 @@ void CliAlbumPhotosTest::verbs_data()
                                                       << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg", "top.jpg"} << L{"A/raw.files/DCIM/100CANON/x.jpg", "A/non-photo.files/t.txt", "!A/raw.files/top.jpg"};
     QTest::newRow("a photo the trash refuses stays") << Steps{{"@write", "blocker"}, {"@env", "blocker/data"}, {"fails", "album", "delete", "A", "p2.jpg", "p3.jpg"}}
                                                      << "" << L{"p2.jpg could not be moved to the trash: there is no trash", "p3.jpg could not"} << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg"} << L{"A/p2.jpg"};
+    QTest::newRow("changes outside: new, rewritten, gone") << Steps{{"@copy", "A/p3.jpg", "A/new.jpg"}, {"@write", "A/p1.jpg"}, {"@remove", "A/p2.jpg"}, {"album", "check", "A", "--remove-missing"}}
+                                                         << "" << L{} << "Size" << L{"13", "126300", "126300"} << L{"!A/p2.jpg"};
     QTest::newRow("arranged by name as a file manager does") << Steps{{"@copy", "A/p1.jpg", "A/P10.jpg"}, {"album", "check", "A"}, {"album", "arrange", "A", "file", "--desc"}}
                                                              << "" << L{} << "File" << L{"P10.jpg", "p3.jpg", "p2.jpg", "p1.jpg"} << L{};
 }
@@ -120,6 +122,8 @@ void CliAlbumPhotosTest::verbs()
             QVERIFY(QDir().mkpath(QFileInfo(root + step[2]).path()) && QFile::copy(root + step[1], root + step[2]));
         else if (step[0] == QLatin1String("@write"))
             WriteAll(root + step[1], "not a picture");
+        else if (step[0] == QLatin1String("@remove"))
+            QFile::remove(root + step[1]);
         else if (step[0] == QLatin1String("@mkdir"))
             QDir().mkpath(root + step[1]);
         else if (step[0] == QLatin1String("@env"))
