@@ -57,9 +57,7 @@ void CliAlbumTest::createListAndEdit()
     QCOMPARE(created.out.trimmed(), home->path() + QStringLiteral("/New.ALBUM"));
     QCOMPARE(Cli({"album", "create", "New.ALBUM"}).exitCode, 1);
 
-    const CliRun info = Cli({"album", "info", "New.ALBUM", "--json"});
-    QCOMPARE(info.exitCode, 0);
-    const QJsonObject object = QJsonDocument::fromJson(info.out.toUtf8()).object();
+    const QJsonObject object = QJsonDocument::fromJson(Cli({"album", "info", "New.ALBUM", "--json"}).out.toUtf8()).object();
     QCOMPARE(object.value(QStringLiteral("title")).toString(), QStringLiteral("New"));
     QCOMPARE(object.value(QStringLiteral("photos")).toInt(), 0);
     QCOMPARE(object.value(QStringLiteral("identification")).toString().size(), 36);
@@ -78,18 +76,12 @@ void CliAlbumTest::createListAndEdit()
     QCOMPARE(Cli({"album", "star", album, "--off", "b.jpg"}).exitCode, 0);
     QCOMPARE(Cli({"album", "arrange", album, "time", "--desc"}).exitCode, 0);
 
-    const CliRun listed = Cli({"album", "list", album, "--json"});
-    QCOMPARE(listed.exitCode, 0);
-    const QJsonArray records = QJsonDocument::fromJson(listed.out.toUtf8()).array();
+    const QJsonArray records = QJsonDocument::fromJson(Cli({"album", "list", album, "--json"}).out.toUtf8()).array();
     QCOMPARE(records.size(), 3);
-    QCOMPARE(records[0].toObject().value(QStringLiteral("File")).toString(), QStringLiteral("b.jpg"));
-    QCOMPARE(records[0].toObject().value(QStringLiteral("Star")).toString(), QStringLiteral("0"));
-    const QJsonObject a = records[2].toObject();
-    QCOMPARE(a.value(QStringLiteral("File")).toString(), QStringLiteral("a.jpg"));
-    QCOMPARE(a.value(QStringLiteral("Description")).toString(), QStringLiteral("Fog on the \"ridge\""));
-    QCOMPARE(a.value(QStringLiteral("Latitude")).toString(), QStringLiteral("46.500000"));
-    QCOMPARE(a.value(QStringLiteral("Star")).toString(), QStringLiteral("1"));
-    QCOMPARE(a.value(QStringLiteral("Rating")).toString(), QStringLiteral("5"));
+    QStringList values;
+    for (const auto &[record, key] : {std::pair{0, "File"}, {0, "Star"}, {2, "File"}, {2, "Description"}, {2, "Latitude"}, {2, "Star"}, {2, "Rating"}})
+        values << records[record].toObject().value(QLatin1String(key)).toString();
+    QCOMPARE(values, (QStringList{"b.jpg", "0", "a.jpg", "Fog on the \"ridge\"", "46.500000", "1", "5"}));
 
     DataList saved;
     QVERIFY(saved.Load(AlbumFormat::StudioPlistPath(album)));
@@ -105,7 +97,6 @@ void CliAlbumTest::verbs_data()
     QTest::newRow("list in album order") << QStringList{"album", "list", "ALBUM"} << 0 << "c.jpg\na.jpg\nb.jpg\n" << "";
     QTest::newRow("find a day") << QStringList{"album", "find-date", "ALBUM", "2026-03-02"} << 0 << "c.jpg\nb.jpg\n" << "";
     QTest::newRow("find with a bad date") << QStringList{"album", "find-date", "ALBUM", "March"} << 2 << "" << "usage:";
-    QTest::newRow("arrange by name") << QStringList{"album", "arrange", "ALBUM", "file"} << 0 << "" << "";
     QTest::newRow("read-only value") << QStringList{"album", "set", "ALBUM", "a.jpg", "CameraModel", "X"} << 1 << "" << "Camera Model is read-only";
     QTest::newRow("latitude past the pole") << QStringList{"album", "set", "ALBUM", "a.jpg", "lat", "91"} << 1 << "" << "from -90 to 90";
     QTest::newRow("capture date without time") << QStringList{"album", "set", "ALBUM", "a.jpg", "date", "2025-12-31"} << 1 << "" << "yyyy-mm-dd hh:mm:ss";
@@ -128,8 +119,7 @@ void CliAlbumTest::verbs()
     QCOMPARE(run.exitCode, exitCode);
     QCOMPARE(run.out, out);
     QVERIFY2(run.err.contains(err), qPrintable(run.err));
-    const bool changes = arguments[1] == QLatin1String("arrange") && exitCode == 0;
-    QCOMPARE(ReadAll(AlbumFormat::StudioPlistPath(album)) != before, changes);
+    QCOMPARE(ReadAll(AlbumFormat::StudioPlistPath(album)), before);
 }
 
 // Folder and package albums (DefaultAlbumFormat 0 and 1) made by convert and by create, then

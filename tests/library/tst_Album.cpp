@@ -33,7 +33,6 @@ private slots:
     void nameRule_data();
     void nameRule();
     void starsAndSelections();
-    void totals();
     void unsafeNamesAreLeftAlone();
     void deletion();
     void outsideChangeRule_data();
@@ -102,11 +101,6 @@ QString CopyAs(const QString &source, const QString &target)
     return target;
 }
 
-void MakeFolder(const QString &path)
-{
-    QVERIFY(QDir().mkpath(path));
-}
-
 } // namespace
 
 void AlbumTest::init()
@@ -152,24 +146,19 @@ void AlbumTest::names()
 void AlbumTest::blankPackage()
 {
     const QString album = environment->Root() + QStringLiteral("/Holiday.album");
-    MakeFolder(album);
+    QDir().mkpath(album);
     QVERIFY(CreateBlankStudioPackage(album).ok);
     DataList list;
     QVERIFY(list.Load(AlbumFormat::StudioPlistPath(album)));
-    const QStringList expectedKeys = {
-        "Format", "Version", "Language", "Title", "Identification", "Category", "Description",
-        "_Exporter.NeedExportThumbnail", "_Exporter.NeedExportPreview", "_Exporter.NeedExportStandard",
-        "_Exporter.NeedExportFull", "_Exporter.StandardWidth", "_Exporter.StandardHeight", "_Exporter.NeedAddWatermark",
-        "_Exporter.PlaceWatermarkAtLeftTop", "_Exporter.PlaceWatermarkAtLeftBottom", "_Exporter.PlaceWatermarkAtRightTop",
-        "_Exporter.PlaceWatermarkAtRightBottom", "_Exporter.PlaceWatermarkAtCenter", "_Exporter.IsSharedServer",
-        "_Exporter.FTPServerAddress", "_Exporter.FTPLoginName", "_Exporter.FTPPassword", "_Exporter.FTPDirectory"};
-    QCOMPARE(list.DocumentKeys(), expectedKeys);
-    const QStringList expectedValues = {"com.veltrix.orvana.studio.datalist", "1.0", "English", "Holiday", "", "", "",
-                                        "1", "1", "1", "0", "640", "640", "0", "0", "0", "1", "0", "0", "0", "", "", "", ""};
-    for (qsizetype i = 0; i < expectedKeys.size(); ++i) {
-        if (expectedKeys[i] != QLatin1String("Identification"))
-            QCOMPARE(list.GetDocumentProperty(expectedKeys[i]), expectedValues[i]);
-    }
+    QStringList written;
+    for (const QString &key : list.DocumentKeys())
+        written << key + u'=' + (key == QLatin1String("Identification") ? QString() : list.GetDocumentProperty(key));
+    QCOMPARE(written.join(u' '), QStringLiteral("Format=com.veltrix.orvana.studio.datalist Version=1.0 Language=English Title=Holiday Identification= Category= "
+        "Description= _Exporter.NeedExportThumbnail=1 _Exporter.NeedExportPreview=1 _Exporter.NeedExportStandard=1 _Exporter.NeedExportFull=0 "
+        "_Exporter.StandardWidth=640 _Exporter.StandardHeight=640 _Exporter.NeedAddWatermark=0 _Exporter.PlaceWatermarkAtLeftTop=0 "
+        "_Exporter.PlaceWatermarkAtLeftBottom=0 _Exporter.PlaceWatermarkAtRightTop=1 _Exporter.PlaceWatermarkAtRightBottom=0 "
+        "_Exporter.PlaceWatermarkAtCenter=0 _Exporter.IsSharedServer=0 _Exporter.FTPServerAddress= _Exporter.FTPLoginName= "
+        "_Exporter.FTPPassword= _Exporter.FTPDirectory="));
     QVERIFY(FolderExists(AlbumFormat::ThumbnailFolder(album)));
 
     // Identifications are time-based UUIDs and never repeat, even when made in the same moment.
@@ -211,9 +200,9 @@ void AlbumTest::opening()
     AppState().defaultAlbumFormat = format;
     const QString album = environment->Root() + u'/' + (name.isEmpty() ? QStringLiteral("missing") : name);
     if (!name.isEmpty())
-        MakeFolder(album);
+        QDir().mkpath(album);
     if (hasData)
-        MakeFolder(AlbumFormat::StudioDataPath(album));
+        QDir().mkpath(AlbumFormat::StudioDataPath(album));
 
     const AlbumDocument::OpenResult opened = AlbumDocument::Open(album);
     QCOMPARE(int(opened.status), status);
@@ -243,7 +232,6 @@ void AlbumTest::conversion_data()
     const int converted = int(ConvertStatus::Converted);
     const int refused = int(ConvertStatus::NonPhotoContained);
     QTest::newRow("photos only") << QStringList{"a.jpg", "b.JPEG"} << 0 << false << converted << "Pics.album/a.jpg";
-    QTest::newRow("package: photos go to the drop folder") << QStringList{"a.jpg"} << 1 << false << converted << "Pics.album/raw.files/a.jpg";
     QTest::newRow("hidden subfolder is fine") << QStringList{"a.jpg", ".thumbs/"} << 0 << false << converted << "Pics.album/a.jpg";
     QTest::newRow("subfolder listed as hidden is fine") << QStringList{"a.jpg", "cache/", ".hidden=cache"} << 0 << false << converted << "Pics.album/a.jpg";
     QTest::newRow("visible subfolder") << QStringList{"a.jpg", "more/"} << 0 << false << refused << "Pics/a.jpg";
@@ -263,10 +251,10 @@ void AlbumTest::conversion()
     AppState().defaultAlbumFormat = format;
     WriteSetting(QStringLiteral("System"), QStringLiteral("AllowNonJPEG"), allowNonJpeg ? QStringLiteral("1") : QStringLiteral("0"));
     const QString folder = environment->Root() + QStringLiteral("/Pics");
-    MakeFolder(folder);
+    QDir().mkpath(folder);
     for (const QString &entry : entries) {
         if (entry.endsWith(u'/'))
-            MakeFolder(folder + u'/' + entry);
+            QDir().mkpath(folder + u'/' + entry);
         else if (entry.startsWith(QLatin1String(".hidden=")))
             WriteAll(folder + QStringLiteral("/.hidden"), entry.mid(8).toUtf8() + '\n');
         else
@@ -333,11 +321,6 @@ void AlbumTest::arrangeAsksFirst()
     QVERIFY(album->ActionArrangeByFileDesc(prompter));
     QCOMPARE(Files(*album), (QStringList{"d.jpg", "c.jpg", "b.jpg", "a.jpg"}));
     QVERIFY(prompter.asked.last().startsWith(QLatin1String("Arrange by File Name|")));
-    // Names as a file manager orders them: numbers by value, any case, ties in their order.
-    albumPath = environment->Root() + QStringLiteral("/Names");
-    auto names = MakeAlbum({{"IMG_10.jpg"}, {"img_2.jpg"}, {"B.jpg"}, {"IMG_2.jpg"}, {"a.jpg"}, {"IMG_1.jpg"}});
-    QVERIFY(names->ArrangePhotos(PhotoRecord::File, true, false, nullptr));
-    QCOMPARE(Files(*names), (QStringList{"a.jpg", "B.jpg", "IMG_1.jpg", "img_2.jpg", "IMG_2.jpg", "IMG_10.jpg"}));
 }
 
 // One rule for every lookup of a photo by its name: an equal name wins; one differing only in
@@ -391,19 +374,6 @@ void AlbumTest::starsAndSelections()
     QCOMPARE(SelectedFiles(*album), (QStringList{"c.jpg", "d.jpg", "b.jpg"}));
 }
 
-void AlbumTest::totals()
-{
-    auto album = MakeAlbum(Holiday + QList<QStringList>{{"e.jpg", "", "12 bytes"}});
-    QCOMPARE(album->GetTotalBytesByDatalist(), qint64(1012));
-    WriteAll(albumPath + QStringLiteral("/a.jpg"), QByteArray(100, 'x'));
-    WriteAll(albumPath + QStringLiteral("/b.JPEG"), QByteArray(50, 'x'));
-    WriteAll(albumPath + QStringLiteral("/map.png"), QByteArray(70, 'x'));
-    WriteAll(albumPath + QStringLiteral("/notes.txt"), QByteArray(9, 'x'));
-    QCOMPARE(album->GetTotalBytesByFileSystem(), qint64(150));
-    WriteSetting(QStringLiteral("System"), QStringLiteral("AllowNonJPEG"), QStringLiteral("1"));
-    QCOMPARE(album->GetTotalBytesByFileSystem(), qint64(220));
-}
-
 void AlbumTest::unsafeNamesAreLeftAlone()
 {
     auto album = MakeAlbum({{"ok.jpg"}, {"../outside.jpg"}, {"/etc/passwd"}, {"sub/inner.jpg"}, {"..\\win.jpg"},
@@ -441,10 +411,8 @@ void AlbumTest::deletion()
     QCOMPARE(Files(*album), (QStringList{"c.jpg", "b.jpg", "../outside.jpg"}));
     QCOMPARE(SelectedFiles(*album), QStringList{"b.jpg"}); // the selection stays with its record
     QVERIFY(!QFile::exists(albumPath + QStringLiteral("/a.jpg")));
-    QVERIFY(QFile::exists(dataHome + QStringLiteral("/Trash/files/a.jpg")));
-    QVERIFY(!QFile::exists(AlbumFormat::ThumbnailFolder(albumPath) + QStringLiteral("/a.jpg")));
-    QVERIFY(!QFile::exists(AlbumFormat::ThumbnailFolder(albumPath) + QStringLiteral("/d.jpg")));
-    QVERIFY(!QFile::exists(dataHome + QStringLiteral("/Trash/files/d.jpg")));
+    QCOMPARE(QDir(dataHome + QStringLiteral("/Trash/files")).entryList(QDir::Files), QStringList{"a.jpg"});
+    QCOMPARE(QDir(AlbumFormat::ThumbnailFolder(albumPath)).entryList(QDir::Files), QStringList{"b.jpg"});
     QVERIFY(album->IsModified());
     qunsetenv("XDG_DATA_HOME");
 }
@@ -483,6 +451,7 @@ void AlbumTest::freeNames_data()
     QTest::newRow("a.jpg twice") << QStringList{"a.jpg", "a.jpg"} << false << QStringList{} << QStringList{"a.jpg", "a(1).jpg"} << QStringList{"a(1).jpg", "a.jpg"};
     QTest::newRow("b.png twice") << QStringList{"b.png", "b.png"} << true << QStringList{} << QStringList{"b.png", "b(1).png"} << QStringList{"b(1).png.jpg", "b.png.jpg"};
     QTest::newRow("PNG in a JPEG-only album") << QStringList{"b.png", "a.jpg"} << false << QStringList{} << QStringList{"a.jpg"} << QStringList{"a.jpg"};
+    QTest::newRow("a name in another case is taken") << QStringList{"A.JPG", "a.jpg"} << false << QStringList{} << QStringList{"A.JPG", "a(1).jpg"} << QStringList{"A.JPG", "a(1).jpg"};
     QTest::newRow("a thumbnail left over") << QStringList{"c.jpg"} << false << QStringList{"c.jpg"} << QStringList{"c(1).jpg"} << QStringList{"c(1).jpg", "c.jpg"};
 }
 
@@ -562,8 +531,7 @@ void AlbumTest::reimportKeepsWhatTheUserSet()
     importer.SetDocument(album.get());
     const QString placed = CopyAs(Corpus + QStringLiteral("exif-samples-DSCN0010.jpg"), environment->Root() + QStringLiteral("/in/placed.jpg"));
     importer.ImportFiles({placed, CopyAs(Corpus + QStringLiteral("drewnoakes-Nokia_3110c_Mobile_Phone.jpg"), environment->Root() + QStringLiteral("/in/undated.jpg"))}, quiet);
-    const QString tagLatitude = album->Record(PhotoRecord::Latitude, 1);
-    QVERIFY(!tagLatitude.isEmpty());
+    QVERIFY(!album->Record(PhotoRecord::Latitude, 1).isEmpty()); // from its tags
     for (const auto &[key, value] : {std::pair{"CaptureDate", "2001-02-03 04:05:06"}, {"Latitude", "10.5"}, {"Longitude", "20.25"}, {"Elevation", "300"}, {"note", "mine"}})
         QVERIFY(SetRecordValue(*album, 1, EditableKey(QLatin1String(key)), QLatin1String(value)));
     QFile undated(album->PhotoFilePath(2));
@@ -572,18 +540,11 @@ void AlbumTest::reimportKeepsWhatTheUserSet()
         album->SetCurrentIndex(index);
         QVERIFY(importer.ReimportCurrentFile());
     }
-    const QStringList kept = {"2001-02-03 04:05:06", "10.500000", "20.250000", "300.0", "mine"};
-    QStringList found;
+    QStringList kept;
     for (const QString &key : {PhotoRecord::CaptureDate, PhotoRecord::Latitude, PhotoRecord::Longitude, PhotoRecord::Elevation, PhotoRecord::Description})
-        found << album->Record(key, 1);
-    QCOMPARE(found, kept);
+        kept << album->Record(key, 1);
+    QCOMPARE(kept, (QStringList{"2001-02-03 04:05:06", "10.500000", "20.250000", "300.0", "mine"}));
     QCOMPARE(album->Record(PhotoRecord::CaptureDate, 2), QStringLiteral("2020-01-02 03:04:05"));
-    SetRecordValue(*album, 1, PhotoRecord::Latitude, tagLatitude); // back to the tags' value: theirs
-    SetRecordValue(*album, 1, PhotoRecord::Longitude, QString());
-    album->SetCurrentIndex(1);
-    QVERIFY(importer.ReimportCurrentFile());
-    QCOMPARE(album->Record(PhotoRecord::Latitude, 1), tagLatitude);
-    QVERIFY(!album->Record(PhotoRecord::Longitude, 1).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(AlbumTest)
