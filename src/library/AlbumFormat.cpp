@@ -151,7 +151,9 @@ Result CreateNewAlbum(const QString &path)
     if (!QDir().mkpath(path))
         return Result::Failure(QStringLiteral("%1 could not be made").arg(path));
     FormatNewDoc(path);
-    return CreateBlankStudioPackage(path);
+    if (!FolderExists(AlbumFormat::StudioDataPath(path)))
+        return Result::Failure(QStringLiteral("%1 could not be made").arg(AlbumFormat::StudioDataPath(path)));
+    return Result::Success();
 }
 
 OpenAlbumStatus PrepareAlbumForOpening(const QString &path)

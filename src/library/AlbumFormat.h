@@ -45,9 +45,10 @@ Result CreateBlankStudioPackage(const QString &albumPath);
 void FormatNewDoc(const QString &path);
 void WriteDesktopIni(const QString &albumPath);
 
-// Makes a new album at path, as the windows' new album does: the folder, its data folder as
-// FormatNewDoc prepares it, and a blank "studio.plist"; a package album ("*.album" while
-// DefaultAlbumFormat is 1) also gets "studio.data/size_full" for its photos, and so opens.
+// Makes a new album at path, as the windows' new album does: the folder and its data folder as
+// FormatNewDoc prepares it. A package album ("*.album" while DefaultAlbumFormat is 1) then opens:
+// its first opening makes the blank "studio.plist" and "studio.data/size_full" for its photos, and
+// takes in the photos it already holds.
 Result CreateNewAlbum(const QString &path);
 
 enum class OpenAlbumStatus { Nothing, Ready, Refused };
