@@ -188,7 +188,7 @@ int RunAlbum(const QStringList &arguments)
     }
     UseUserSettings();
     const QString verb = arguments.value(0);
-    const Arguments args = SplitArguments(arguments.mid(1), DescribeOptions);
+    const Arguments args = SplitArguments(arguments.mid(1), verb == QLatin1String("describe") ? DescribeOptions : QStringList());
     if (verb == QLatin1String("create"))
         return Create(args);
     for (const AlbumVerb &candidate : Verbs) {
