@@ -29,12 +29,21 @@ int Create(const Arguments &args)
     const QString folder = QDir::cleanPath(QDir::current().absoluteFilePath(args.positional[0]));
     if (QFileInfo::exists(AlbumFormat::StudioPlistPath(folder)))
         return Fail(Message("MessageAlreadyBeAlbum", "OrvDocument") + QStringLiteral(" (") + folder + u')');
-    if (!QDir().mkpath(folder))
-        return Fail(Message("MessageFailToCreateAlbum", "OrvDocument") + QStringLiteral(" (") + folder + u')');
+    if (const Result created = CreateNewAlbum(folder); !created)
+        return Fail(Message("MessageFailToCreateAlbum", "OrvDocument") + QStringLiteral(" (") + created.message + u')');
     if (!OpenAlbumForCli(folder))
         return ExitFailed;
     PrintOut(folder);
     return ExitDone;
+}
+
+int Describe(const Arguments &args, AlbumDocument &album)
+{
+    if (args.positional.size() != 1 || !(args.Has("--title") || args.Has("--id") || args.Has("--description")))
+        return args.UsageError(QStringLiteral("album describe takes ALBUM and --title T, --id I or --description D"));
+    const auto given = [&](const char *option) { return args.Has(option) ? std::optional<QString>(args.Value(option)) : std::nullopt; };
+    const Result set = album.SetAlbumTexts({given("--title"), given("--id"), given("--description")});
+    return set ? SaveAndFinish(album) : Fail(set.message);
 }
 
 int Info(const Arguments &args, AlbumDocument &album)
@@ -134,8 +143,13 @@ int OnAlbum(const Arguments &args)
 {
     if (args.positional.isEmpty())
         return args.UsageError(QStringLiteral("album %1 needs ALBUM").arg(args.Verb()));
-    const auto album = OpenAlbumForCli(args.positional[0]);
-    return album ? Verb(args, *album) : ExitFailed;
+    ImportReport opening;
+    const auto album = OpenAlbumForCli(args.positional[0], &opening);
+    if (!album)
+        return ExitFailed;
+    const int code = Verb(args, *album);
+    // What opening could not import (a drop folder's leftovers, say) is on stderr: it fails.
+    return code == ExitDone && !opening.Clean() ? ExitFailed : code;
 }
 
 } // namespace
@@ -148,6 +162,10 @@ const CliGroup &AlbumCommands()
         {
             {"create", "FOLDER", "prepares a folder and makes its blank package", {}, Create},
             {"info", "ALBUM", "title, identification, description, counts, bytes", {JsonOption}, OnAlbum<Info>},
+            {"describe", "ALBUM", "sets the album's title, identification and description; only those given change",
+             {{"--title", "T", "the album's title"}, {"--id", "I", "its identification, which names its folder on publishing servers"},
+              {"--description", "D", "its description"}},
+             OnAlbum<Describe>},
             {"list", "ALBUM", "the records in album order; with --json each as an object", {JsonOption}, OnAlbum<List>},
             {"arrange", "ALBUM time|file", "arranges the photos by capture time or file name",
              {{"--desc", nullptr, "newest or last name first"}}, OnAlbum<Arrange>},

@@ -43,18 +43,21 @@ int AlbumImport(const CliArguments &args, AlbumDocument &album)
     CliProgressSink progress;
     OrvAlbumImporter importer;
     importer.SetDocument(&album);
-    const QList<int> added = importer.ImportFiles(paths, progress);
-    PrintFiles(album, added);
+    const ImportReport report = importer.ImportFiles(paths, progress);
+    PrintFiles(album, report.imported);
     const int saved = SaveAndFinish(album);
-    return progress.Cancelled() ? Fail(QStringLiteral("import cancelled; the photos listed are in the album")) : saved;
+    if (progress.Cancelled())
+        return Fail(QStringLiteral("import cancelled; the photos listed are in the album"));
+    return ReportProblems(report) ? saved : ExitFailed;
 }
 
 int AlbumCheck(const CliArguments &args, AlbumDocument &album)
 {
     CliPrompter prompter(args.Has("--remove-missing"));
     CliProgressSink progress;
-    ActionCheckModified(album, prompter, progress);
-    return SaveAndFinish(album);
+    const ImportReport report = ActionCheckModified(album, prompter, progress);
+    const int saved = SaveAndFinish(album);
+    return ReportProblems(report) ? saved : ExitFailed;
 }
 
 int AlbumSearch(const CliArguments &args, AlbumDocument &album)
@@ -88,8 +91,11 @@ int AlbumDelete(const CliArguments &args, AlbumDocument &album)
     const auto records = RecordsNamed(album, args.positional.mid(1));
     if (!records)
         return ExitFailed;
-    album.DeleteItems(*records);
-    return SaveAndFinish(album);
+    const AlbumDocument::DeleteReport deleted = album.DeleteItems(*records);
+    const int saved = SaveAndFinish(album);
+    for (const FileProblem &failure : deleted.failures)
+        Fail(failure.reason);
+    return deleted.failures.isEmpty() ? saved : ExitFailed;
 }
 
 int AlbumCopy(const CliArguments &args, AlbumDocument &album)
@@ -113,8 +119,10 @@ int AlbumCut(const CliArguments &args, AlbumDocument &album)
 int AlbumPaste(const CliArguments &, AlbumDocument &album)
 {
     CliProgressSink progress;
-    PrintFiles(album, ActionPaste(album, progress));
-    return SaveAndFinish(album);
+    const ImportReport report = ActionPaste(album, progress);
+    PrintFiles(album, report.imported);
+    const int saved = SaveAndFinish(album);
+    return ReportProblems(report) ? saved : ExitFailed;
 }
 
 int AlbumKeywordsCopy(const CliArguments &args, AlbumDocument &album)

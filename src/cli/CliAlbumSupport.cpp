@@ -83,7 +83,17 @@ QString Message(const char *key, const char *section, const QString &argument)
     return argument.isNull() ? text : text.replace(QStringLiteral("%1"), argument);
 }
 
-std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path)
+bool ReportProblems(const ImportReport &report)
+{
+    QTextStream err(stderr);
+    for (const QList<FileProblem> *problems : {&report.notImported, &report.warnings}) {
+        for (const FileProblem &problem : *problems)
+            err << "orvana-cli: " << problem.path << ": " << problem.reason << '\n';
+    }
+    return report.Clean();
+}
+
+std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path, ImportReport *opening)
 {
     CliPrompter prompter(false);
     CliProgressSink progress;
@@ -93,9 +103,12 @@ std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path)
         return nullptr;
     }
     if (!opened.load) {
-        Fail(opened.load.message);
+        Fail(QStringLiteral("%1: %2; it is left as it is, and nothing is changed").arg(AlbumFormat::StudioPlistPath(opened.document->Path()), opened.load.message));
         return nullptr;
     }
+    ReportProblems(opened.imported);
+    if (opening)
+        *opening = opened.imported;
     for (const int index : opened.document->UnsafeRecords()) {
         QTextStream(stderr) << QStringLiteral("orvana-cli: record %1 names \"%2\", which is not a file of the album; it is left alone\n")
                                    .arg(index)
@@ -114,14 +127,12 @@ int SaveAndFinish(AlbumDocument &document)
 
 std::optional<QList<int>> RecordsNamed(const AlbumDocument &document, const QStringList &names)
 {
-    QList<int> indices;
-    for (const QString &name : names) {
-        const int index = document.FindRecord(name);
-        if (index == 0 || !PhotoRecord::IsBareFileName(name)) {
-            Fail(QStringLiteral("\"%1\" is not a photo of this album").arg(name));
+    const QList<int> indices = document.FindRecords(names);
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        if (indices[i] == 0 || !PhotoRecord::IsBareFileName(document.Record(PhotoRecord::File, indices[i]))) {
+            Fail(QStringLiteral("\"%1\" is not a photo of this album").arg(names[i]));
             return std::nullopt;
         }
-        indices << index;
     }
     return indices;
 }

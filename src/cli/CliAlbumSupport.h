@@ -43,8 +43,12 @@ private:
 };
 
 // Opens an album by the program's opening rules, as a window would. On failure the reason is
-// on stderr and the result is null. Records naming no bare file are reported.
-std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path);
+// on stderr and the result is null. Records naming no bare file are reported, and so is every
+// file the opening could not import (from the drop folder, or found outside); that report is
+// handed back when asked for.
+std::unique_ptr<AlbumDocument> OpenAlbumForCli(const QString &path, ImportReport *opening = nullptr);
+// Every file not imported, and every warning, on stderr with its reason; true when there were none.
+bool ReportProblems(const ImportReport &report);
 // Saves when the document changed; returns the exit code.
 int SaveAndFinish(AlbumDocument &document);
 

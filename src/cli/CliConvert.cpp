@@ -29,11 +29,13 @@ int Convert(const CliArguments &args)
     case ConvertStatus::MoveFailed:
         return Fail(QStringLiteral("%1 could not be moved").arg(folder));
     }
-    // Opened once, as the windows do after converting, so the folder is an album from now on.
-    if (!OpenAlbumForCli(converted.albumPath))
+    // Opened once, as the windows do after converting, so the folder is an album from now on (a
+    // package imports its photos from its drop folder).
+    ImportReport opening;
+    if (!OpenAlbumForCli(converted.albumPath, &opening))
         return ExitFailed;
     PrintOut(converted.albumPath);
-    return ExitDone;
+    return opening.Clean() ? ExitDone : ExitFailed;
 }
 
 } // namespace

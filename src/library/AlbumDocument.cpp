@@ -5,6 +5,7 @@
 #include "Prompter.h"
 #include "Settings.h"
 
+#include <QCollator>
 #include <QDir>
 #include <QFileInfo>
 
@@ -41,11 +42,24 @@ AlbumDocument::OpenResult AlbumDocument::Open(const QString &path)
 
 int AlbumDocument::FindRecord(const QString &name) const
 {
-    for (int i = 1; i <= RecordCount(); ++i) {
-        if (Record(PhotoRecord::File, i) == name)
-            return i;
-    }
-    return 0;
+    return FindRecords({name}).front();
+}
+
+QList<int> AlbumDocument::FindRecords(const QStringList &names) const
+{
+    QList<int> found = PhotoRecord::MatchNames(names, RecordFiles());
+    for (int &index : found)
+        ++index; // -1, none, becomes 0
+    return found;
+}
+
+QStringList AlbumDocument::RecordFiles() const
+{
+    QStringList files;
+    files.reserve(RecordCount());
+    for (int i = 1; i <= RecordCount(); ++i)
+        files << Record(PhotoRecord::File, i);
+    return files;
 }
 
 QString AlbumDocument::PhotoFilePath(int index) const
@@ -80,13 +94,34 @@ void AlbumDocument::DocumentWasModified()
 Result AlbumDocument::SaveDocumentToFile()
 {
     Result result;
-    if (!noSave) {
+    if (noSave) {
+        if (modified)
+            result = Result::Failure(QStringLiteral("%1 could not be read, so it is not written over; the changes are not saved")
+                                         .arg(AlbumFormat::StudioPlistPath(path)));
+    } else {
         QString error;
         if (!list.Save(AlbumFormat::StudioPlistPath(path), &error))
             result = Result::Failure(error);
     }
     modified = false;
     return result;
+}
+
+Result AlbumDocument::SetAlbumTexts(const AlbumTexts &texts)
+{
+    if (const std::optional<QString> &id = texts.identification) {
+        if (id->trimmed().isEmpty() || id->contains(u'/') || id->contains(u'\\') || *id == QLatin1String(".") || *id == QLatin1String(".."))
+            return Result::Failure(QStringLiteral("\"%1\" cannot be an identification: it names the album's folder on publishing servers").arg(*id));
+    }
+    const std::pair<const char *, const std::optional<QString> &> fields[] = {
+        {"Title", texts.title}, {"Identification", texts.identification}, {"Description", texts.description}};
+    for (const auto &[key, value] : fields) {
+        if (value && list.GetDocumentProperty(QLatin1String(key)) != *value) {
+            list.SetDocumentProperty(QLatin1String(key), *value);
+            DocumentWasModified();
+        }
+    }
+    return Result::Success();
 }
 
 void AlbumDocument::ResetViewFlags()
@@ -146,7 +181,17 @@ bool AlbumDocument::ArrangePhotos(const QString &key, bool ascending, bool confi
         if (!prompter->AskYesNo(title, text))
             return false;
     }
-    list.SortItems(key, ascending ? 1 : 0);
+    if (key == PhotoRecord::File) {
+        // File names in the order of a file manager: numbers by their value ("IMG_2" before
+        // "IMG_10"), letters without regard to case, in the user's language; ties keep their order.
+        // The C locale has no such order: English stands in for it.
+        QCollator collator(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale());
+        collator.setNumericMode(true);
+        collator.setCaseSensitivity(Qt::CaseInsensitive);
+        list.SortItems(key, ascending ? 1 : 0, [&](const QString &a, const QString &b) { return collator.compare(a, b) < 0; });
+    } else {
+        list.SortItems(key, ascending ? 1 : 0);
+    }
     ResetViewFlags();
     DocumentWasModified();
     return true;

@@ -2,11 +2,13 @@
 
 #include "AlbumFormat.h"
 #include "DataList.h"
+#include "ImportReport.h"
 #include "Result.h"
 
 #include <QDateTime>
 #include <QList>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class Prompter;
@@ -22,6 +24,7 @@ public:
         std::unique_ptr<AlbumDocument> document; // null when the folder was refused
         OpenAlbumStatus status = OpenAlbumStatus::Nothing;
         DataList::LoadResult load;               // a failed load opens in the no-save state
+        ImportReport imported;                   // what opening imported from the drop folder, or found outside
     };
     // Applies the opening rules, then loads the list.
     static OpenResult Open(const QString &path);
@@ -31,8 +34,11 @@ public:
     const DataList &List() const { return list; }
     int RecordCount() const { return list.ItemCount(); }
     QString Record(const QString &key, int index) const { return list.GetItemProperty(key, index); }
-    // Index of the record whose "File" is name, 0 when none.
+    // Index of the record whose "File" names that file by PhotoRecord::MatchNames, 0 when none.
     int FindRecord(const QString &name) const;
+    QList<int> FindRecords(const QStringList &names) const;
+    // Every record's "File", in album order.
+    QStringList RecordFiles() const;
 
     // The photo's path, or "" when its record names no bare file and must be left alone.
     QString PhotoFilePath(int index) const;
@@ -42,8 +48,17 @@ public:
     bool IsModified() const { return modified; }
     bool IsNoSave() const { return noSave; }
     void DocumentWasModified();
-    // Writes the list unless the document is in its no-save state; clears the modified flag.
+    // Writes the list and clears the modified flag. In the no-save state (the list on disk could
+    // not be read) nothing is ever written: with changes waiting that fails, saying why.
     Result SaveDocumentToFile();
+
+    // The album's own texts: document properties "Title", "Identification", "Description".
+    struct AlbumTexts {
+        std::optional<QString> title, identification, description; // only those given change
+    };
+    // An identification names the album's folder on publishing servers: it must be a usable
+    // folder name (not empty, no "/" or "\\", not "." or "..").
+    Result SetAlbumTexts(const AlbumTexts &texts);
 
     View CurrentView() const { return view; }
     void SetView(View shown) { view = shown; }
@@ -90,10 +105,13 @@ public:
     // Adds the keywords to each selected photo's own (the current one in the detail view).
     void ActionKeywordsPaste(const QString &keywords);
 
-    // Removes the records with their thumbnails and sends their photo files to the trash in one
-    // go; files already gone are simply not sent. Records naming no bare file are left alone and
-    // returned.
-    QList<int> DeleteItems(QList<int> indices);
+    struct DeleteReport {
+        QList<int> leftAlone;         // records naming no bare file, untouched
+        QList<FileProblem> failures;  // photos the trash refused: they and their records stay
+    };
+    // Sends each photo file to the trash and removes its record and thumbnail; a file already
+    // gone is simply not sent. A photo that cannot go to the trash keeps its record.
+    DeleteReport DeleteItems(QList<int> indices);
     bool ActionDelete(Prompter &prompter);
     // The photos the selection (or, in the detail view, the current photo) stands for.
     QList<int> TargetIndices() const;

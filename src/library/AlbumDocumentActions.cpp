@@ -8,6 +8,7 @@
 #include "Trash.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <algorithm>
 
 namespace {
@@ -123,30 +124,36 @@ void AlbumDocument::ActionKeywordsPaste(const QString &keywords)
         DocumentWasModified();
 }
 
-QList<int> AlbumDocument::DeleteItems(QList<int> indices)
+// Each photo goes to the trash on its own, before its record goes: a photo the trash refuses (no
+// trash on its volume, no permission) keeps its record and thumbnail, and the report says why.
+AlbumDocument::DeleteReport AlbumDocument::DeleteItems(QList<int> indices)
 {
     std::sort(indices.begin(), indices.end(), std::greater<>());
     indices.erase(std::unique(indices.begin(), indices.end()), indices.end());
-    QList<int> leftAlone;
-    QStringList trash;
+    DeleteReport report;
+    bool removed = false;
     for (const int index : indices) {
+        if (index < 1 || index > RecordCount())
+            continue;
         const QString photo = PhotoFilePath(index);
         if (photo.isEmpty() && !Record(PhotoRecord::File, index).isEmpty()) {
-            leftAlone.prepend(index);
+            report.leftAlone.prepend(index);
             continue;
         }
-        if (!photo.isEmpty()) {
-            QFile::remove(ThumbnailFilePath(index));
-            if (QFile::exists(photo))
-                trash << photo;
+        if (!photo.isEmpty() && QFileInfo::exists(photo)) {
+            if (const Result trashed = MoveToTrash(photo); !trashed) {
+                report.failures.prepend(FileProblem{photo, trashed.message});
+                continue;
+            }
         }
+        if (!photo.isEmpty())
+            QFile::remove(ThumbnailFilePath(index));
         RemoveRecord(index);
+        removed = true;
     }
-    for (const QString &photo : trash)
-        (void)MoveToTrash(photo); // a file that cannot go to the trash stays where it is
-    if (!indices.isEmpty())
+    if (removed)
         DocumentWasModified();
-    return leftAlone;
+    return report;
 }
 
 bool AlbumDocument::ActionDelete(Prompter &prompter)
@@ -157,6 +164,10 @@ bool AlbumDocument::ActionDelete(Prompter &prompter)
     const char *message = view == View::Detail ? "MessageDeletePhotoInDetail" : "MessageDeletePhotoInThumbnail";
     if (!prompter.AskYesNo(Localized("MoveToTrash", "Form"), Localized(message, "OrvDocument")))
         return false;
-    DeleteItems(indices);
+    QStringList failures;
+    for (const FileProblem &failure : DeleteItems(indices).failures)
+        failures << failure.reason;
+    if (!failures.isEmpty())
+        prompter.Error(Localized("MoveToTrash", "Form"), failures.join(u'\n'));
     return true;
 }

@@ -146,6 +146,16 @@ void FormatNewDoc(const QString &path)
         WriteDesktopIni(path);
 }
 
+Result CreateNewAlbum(const QString &path)
+{
+    if (!QDir().mkpath(path))
+        return Result::Failure(QStringLiteral("%1 could not be made").arg(path));
+    FormatNewDoc(path);
+    if (!FolderExists(AlbumFormat::StudioDataPath(path)))
+        return Result::Failure(QStringLiteral("%1 could not be made").arg(AlbumFormat::StudioDataPath(path)));
+    return Result::Success();
+}
+
 OpenAlbumStatus PrepareAlbumForOpening(const QString &path)
 {
     if (path.isEmpty())
@@ -192,5 +202,7 @@ ConvertResult ConvertDoc(const QString &path)
         QDir().rmdir(target);
         return {ConvertStatus::MoveFailed, {}};
     }
+    // The package is made at once: a package without its data folder is refused at opening.
+    (void)CreateNewAlbum(target);
     return {ConvertStatus::Converted, target};
 }

@@ -45,6 +45,12 @@ Result CreateBlankStudioPackage(const QString &albumPath);
 void FormatNewDoc(const QString &path);
 void WriteDesktopIni(const QString &albumPath);
 
+// Makes a new album at path, as the windows' new album does: the folder and its data folder as
+// FormatNewDoc prepares it. A package album ("*.album" while DefaultAlbumFormat is 1) then opens:
+// its first opening makes the blank "studio.plist" and "studio.data/size_full" for its photos, and
+// takes in the photos it already holds.
+Result CreateNewAlbum(const QString &path);
+
 enum class OpenAlbumStatus { Nothing, Ready, Refused };
 // The opening rules applied to a folder before its list is loaded: an empty path does nothing,
 // a missing folder or a package without its data folder is refused, a plain folder becomes a
@@ -57,5 +63,6 @@ struct ConvertResult {
     QString albumPath; // the new album, when converted
 };
 // Turns a folder of photos into "<folder>.album": the folder itself is renamed, or, for package
-// albums, it becomes the new package's drop folder so that opening imports every photo.
+// albums, a new package is made and the folder becomes its drop folder, so that opening imports
+// every photo into "studio.data/size_full".
 ConvertResult ConvertDoc(const QString &path);

@@ -40,37 +40,41 @@ AlbumDocument::OpenResult OpenAlbumDocument(const QString &path, const OpenReque
     if (QFileInfo(drop).isDir()) {
         OrvAlbumImporter importer;
         importer.SetDocument(&document);
-        importer.ImportFiles({drop}, progress);
+        opened.imported = importer.ImportFiles({drop}, progress);
     }
     // A fresh list totals 0 bytes: this is how a plain folder gets its photos the first time.
     if (CheckCalledFor(document, packageCreated, request)
         && document.GetTotalBytesByDatalist() != document.GetTotalBytesByFileSystem())
-        ActionCheckModified(document, prompter, progress);
+        opened.imported.Add(ActionCheckModified(document, prompter, progress));
     if (request.arrangeByTime && document.RecordCount() > 0)
         document.ArrangePhotos(PhotoRecord::CaptureDate, true, false, nullptr);
-    if (document.IsModified())
-        document.SaveDocumentToFile();
+    if (document.IsModified()) {
+        if (const Result saved = document.SaveDocumentToFile(); !saved)
+            opened.imported.warnings << FileProblem{AlbumFormat::StudioPlistPath(path), saved.message};
+    }
     return opened;
 }
 
-void ActionCheckModified(AlbumDocument &document, Prompter &prompter, ProgressSink &progress)
+ImportReport ActionCheckModified(AlbumDocument &document, Prompter &prompter, ProgressSink &progress)
 {
     const OutsideChanges changes = FindOutsideChanges(document);
     OrvAlbumImporter importer;
     importer.SetDocument(&document);
     for (const int index : changes.changed)
         importer.ReloadFile(index);
+    ImportReport report;
     if (!changes.added.isEmpty())
-        importer.ImportFiles(changes.added, progress);
+        report = importer.ImportFiles(changes.added, progress);
     if (changes.missing.isEmpty())
-        return;
+        return report;
     const QString count = QString::number(changes.missing.size());
     const QString text = Localized("MessageRemovePhotosNotExist", "OrvDocument").replace(QStringLiteral("%1"), count);
     if (!prompter.AskYesNo(Localized("RemovePhotosNotExist", "OrvDocument"), text))
-        return;
+        return report;
     for (auto it = changes.missing.rbegin(); it != changes.missing.rend(); ++it)
         document.RemoveRecord(*it);
     document.DocumentWasModified();
+    return report;
 }
 
 int ActionCheckExistingPhotoFiles(AlbumDocument &document, Prompter &prompter, ProgressSink &progress)

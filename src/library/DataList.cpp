@@ -190,6 +190,11 @@ void DataList::ClearItem(int index)
 
 void DataList::SortItems(const QString &key, int order)
 {
+    SortItems(key, order, [](const QString &a, const QString &b) { return a < b; });
+}
+
+void DataList::SortItems(const QString &key, int order, const std::function<bool(const QString &, const QString &)> &less)
+{
     const int keyId = FindKey(key);
     std::vector<QString> texts;
     texts.reserve(items.size());
@@ -199,10 +204,10 @@ void DataList::SortItems(const QString &key, int order)
     std::iota(positions.begin(), positions.end(), 0);
     if (order == 0) {
         std::stable_sort(positions.begin(), positions.end(),
-                         [&texts](std::size_t a, std::size_t b) { return texts[b] < texts[a]; });
+                         [&](std::size_t a, std::size_t b) { return less(texts[b], texts[a]); });
     } else {
         std::stable_sort(positions.begin(), positions.end(),
-                         [&texts](std::size_t a, std::size_t b) { return texts[a] < texts[b]; });
+                         [&](std::size_t a, std::size_t b) { return less(texts[a], texts[b]); });
     }
     std::vector<Item> sorted;
     sorted.reserve(items.size());

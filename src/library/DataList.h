@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QString>
+#include <functional>
 #include <vector>
 
 class QIODevice;
@@ -64,6 +65,8 @@ public:
     void ClearItem(int index);
     // Order 1 ascending, 0 descending, by the key's text; items with equal text keep their order.
     void SortItems(const QString &key, int order);
+    // The same with another order of the texts: less(a, b) is true when a comes before b.
+    void SortItems(const QString &key, int order, const std::function<bool(const QString &, const QString &)> &less);
 
     const Item &ItemAt(int index) const { return items.at(static_cast<std::size_t>(index - 1)); }
     // The keys of document properties in file order (plain values only).

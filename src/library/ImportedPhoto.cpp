@@ -8,28 +8,35 @@
 namespace {
 
 // A copy keeps the original's modified time: it is the photo's date when its tags have none.
-bool CopyKeepingTime(const QString &source, const QString &destination)
+Result CopyKeepingTime(const QString &source, const QString &destination)
 {
     const QDateTime modified = QFileInfo(source).lastModified();
-    if (!QFile::copy(source, destination))
-        return false;
+    QFile original(source);
+    if (!original.copy(destination))
+        return Result::Failure(QStringLiteral("could not be copied to %1: %2").arg(destination, original.errorString()));
     QFile copy(destination);
     if (copy.open(QIODevice::ReadWrite))
         copy.setFileTime(modified, QFileDevice::FileModificationTime);
-    return true;
+    return Result::Success();
 }
 
-bool Place(const QString &source, const QString &destination, PlacedHow how)
+Result Place(const QString &source, const QString &destination, PlacedHow how)
 {
     switch (how) {
     case PlacedHow::AlreadyThere:
-        return QFileInfo::exists(destination);
-    case PlacedHow::Move:
-        return QFile::rename(source, destination) || (CopyKeepingTime(source, destination) && QFile::remove(source));
+        return QFileInfo::exists(destination) ? Result::Success() : Result::Failure(QStringLiteral("no longer exists"));
+    case PlacedHow::Move: {
+        if (QFile::rename(source, destination))
+            return Result::Success();
+        Result copied = CopyKeepingTime(source, destination);
+        if (copied)
+            QFile::remove(source); // when it cannot go, both stay: nothing is lost
+        return copied;
+    }
     case PlacedHow::Copy:
         return CopyKeepingTime(source, destination);
     }
-    return false;
+    return Result::Failure(QStringLiteral("could not be placed"));
 }
 
 } // namespace
@@ -38,10 +45,14 @@ ImportedPhoto PlaceAndReadPhoto(const QString &source, const QString &destinatio
                                 const QString &thumbnailPath, ThumbnailSource thumbnailSource)
 {
     ImportedPhoto photo;
-    if (!Place(source, destination, how))
+    photo.placed = Place(source, destination, how);
+    if (!photo.placed)
         return photo;
-    photo.ok = true;
-    (void)MakeThumbnail(destination, thumbnailPath, thumbnailSource); // a photo without one still gets its record
+    // A photo without a thumbnail still gets its record, with a warning that says why.
+    if (const Result thumbnail = MakeThumbnail(destination, thumbnailPath, thumbnailSource); !thumbnail) {
+        photo.warning = QStringLiteral("imported, but no thumbnail could be made: ")
+            + (thumbnail.message.isEmpty() ? QStringLiteral("the picture could not be decoded") : thumbnail.message);
+    }
     photo.facts = ReadPhotoFileFacts(destination);
     const QFileInfo file(destination);
     const QDateTime born = file.birthTime();

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "ImportReport.h"
+
 #include <QMap>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <vector>
@@ -16,34 +19,37 @@ using PhotoInfo = QMap<QString, QString>;
 // appended as a record. Thumbnails and tags are made on every core a few files at a time, while
 // the records are appended in the order of the work list, so the list ends exactly as a
 // one-thread run would leave it. A cancelled run keeps what it finished, and nothing half-done.
+//
+// One file, one record: a file that already lies in the photo files folder is taken in place
+// only when no record names it (by PhotoRecord::MatchNames) and nothing earlier in the run took
+// it. A file there that has its record (the album's own photo, a folder that holds it, photos
+// copied and pasted into their own album) is imported as Part 2.4 says of every file: copied
+// under a free name with a record of its own, so the album never holds two records for a file.
 class OrvAlbumImporter {
 public:
     OrvAlbumImporter(); // reads [Layout] FastMakeThumbnail
     void SetDocument(AlbumDocument *document);
 
-    // Files as listed, folders by the files directly in them. Returns the new records' indices.
-    QList<int> ImportFiles(const QStringList &paths, ProgressSink &progress);
+    // Files as listed, folders by the files directly in them. The report names every file that
+    // was not imported, with the reason.
+    ImportReport ImportFiles(const QStringList &paths, ProgressSink &progress);
     // As ImportFiles; then every non-empty value of a path's information goes onto the records
     // made from that path, over what the tags gave.
-    QList<int> ImportFilesWithInfo(const QStringList &paths, const std::vector<PhotoInfo> &infos, ProgressSink &progress);
-    // The source of each record the last run made, in the order of the returned indices.
-    const QStringList &ImportedSources() const { return importedSources; }
-    // Rebuilds the current record from its file, keeping what only the user gives (star,
-    // elevation, and a note or keywords the file does not hold).
+    ImportReport ImportFilesWithInfo(const QStringList &paths, const std::vector<PhotoInfo> &infos, ProgressSink &progress);
+    // Rebuilds the current record from its file, keeping what the user gave (below).
     bool ReimportCurrentFile();
     // Remakes the thumbnail and refreshes "Size", "Modified", "Height" and "Width".
     bool ReloadFile(int index);
 
 private:
     struct Job;
-    QList<int> Import(const QStringList &paths, const std::vector<PhotoInfo> &infos, ProgressSink &progress);
-    std::vector<Job> Plan(const QStringList &paths) const;
-    QString FreeName(const QString &name, const QSet<QString> &reserved) const;
+    struct Names;
+    ImportReport Import(const QStringList &paths, const std::vector<PhotoInfo> &infos, ProgressSink &progress);
+    std::vector<Job> Plan(const QStringList &paths, ImportReport &report) const;
     void ProcessBatch(std::vector<Job> &batch) const;
     void FillRecord(int index, const Job &job, const PhotoInfo &info);
-    void ClearDropFolder();
+    void ClearDropFolder(ImportReport &report);
 
     AlbumDocument *document = nullptr;
     bool fastThumbnails = false;
-    QStringList importedSources;
 };

@@ -6,7 +6,6 @@
 
 #include <QDateTime>
 #include <QDir>
-#include <QHash>
 
 namespace {
 
@@ -41,35 +40,43 @@ bool IsChangedOutside(const QString &recordSize, const QString &recordModified, 
 
 OutsideChanges FindOutsideChanges(const AlbumDocument &document)
 {
-    QHash<QString, int> records;
-    for (int i = 1; i <= document.RecordCount(); ++i) {
-        const QString file = document.Record(PhotoRecord::File, i);
-        if (PhotoRecord::IsBareFileName(file))
-            records.insert(file.toLower(), i);
-    }
     const QString folder = GetPhotoFilesPath(document.Path());
     const QSet<QString> hidden = HiddenNames(folder);
     const bool allowNonJpeg = PhotoRecord::AllowNonJpeg();
+    QFileInfoList files;
+    QStringList fileNames;
+    for (const QFileInfo &file : QDir(folder).entryInfoList(QDir::Files, QDir::Name)) {
+        if (!hidden.contains(file.fileName()) && PhotoRecord::IsPhotoFile(file.fileName(), allowNonJpeg)) {
+            files << file;
+            fileNames << file.fileName();
+        }
+    }
+    // Records naming no bare file take no part; every other record looks for its file by the
+    // one rule of names, so that a record is never taken for another record's file.
+    QStringList recordNames = document.RecordFiles();
+    for (QString &name : recordNames) {
+        if (!PhotoRecord::IsBareFileName(name))
+            name.clear();
+    }
+    const QList<int> fileOf = PhotoRecord::MatchNames(recordNames, fileNames);
 
     OutsideChanges changes;
-    std::vector<bool> found(static_cast<std::size_t>(document.RecordCount()) + 1, false);
-    const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files, QDir::Name);
-    for (const QFileInfo &file : files) {
-        const QString name = file.fileName();
-        if (hidden.contains(name) || !PhotoRecord::IsPhotoFile(name, allowNonJpeg))
+    std::vector<bool> recorded(static_cast<std::size_t>(files.size()), false);
+    for (int i = 1; i <= document.RecordCount(); ++i) {
+        const int file = fileOf[i - 1];
+        if (recordNames[i - 1].isEmpty())
             continue;
-        const int index = records.value(name.toLower(), 0);
-        if (index == 0) {
-            changes.added << file.absoluteFilePath();
+        if (file < 0) {
+            changes.missing << i;
             continue;
         }
-        found[static_cast<std::size_t>(index)] = true;
-        if (RecordChanged(document, index, file))
-            changes.changed << index;
+        recorded[static_cast<std::size_t>(file)] = true;
+        if (RecordChanged(document, i, files[file]))
+            changes.changed << i;
     }
-    for (int i = 1; i <= document.RecordCount(); ++i) {
-        if (!found[static_cast<std::size_t>(i)] && PhotoRecord::IsBareFileName(document.Record(PhotoRecord::File, i)))
-            changes.missing << i;
+    for (qsizetype f = 0; f < files.size(); ++f) {
+        if (!recorded[static_cast<std::size_t>(f)])
+            changes.added << files[f].absoluteFilePath();
     }
     return changes;
 }

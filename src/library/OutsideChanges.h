@@ -18,7 +18,7 @@ struct OutsideChanges {
 bool IsChangedOutside(const QString &recordSize, const QString &recordModified, const QString &recordArchived,
                       qint64 fileSize, const QString &fileModified);
 
-// Matches the folder's visible photo files to the records by name, in any letter case. Records
+// Matches the folder's visible photo files to the records by PhotoRecord::MatchNames. Records
 // naming no bare file take no part.
 OutsideChanges FindOutsideChanges(const AlbumDocument &document);
 

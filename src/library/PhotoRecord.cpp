@@ -2,6 +2,9 @@
 
 #include "Settings.h"
 
+#include <QHash>
+#include <QSet>
+
 namespace {
 
 const QStringList JpegExtensions = {QStringLiteral("jpeg"), QStringLiteral("jpg")};
@@ -52,6 +55,41 @@ bool IsBareFileName(const QString &fileName)
 {
     return !fileName.isEmpty() && fileName != QLatin1String(".") && fileName != QLatin1String("..")
         && !fileName.contains(u'/') && !fileName.contains(u'\\') && !fileName.contains(QChar(0));
+}
+
+QString FoldedName(const QString &name)
+{
+    return name.toCaseFolded();
+}
+
+QList<int> MatchNames(const QStringList &left, const QStringList &right)
+{
+    QHash<QString, int> exact;              // right name -> its first index
+    QHash<QString, QSet<QString>> spellings; // folded -> the distinct right names of that form
+    for (int i = 0; i < right.size(); ++i) {
+        exact.insert(right[i], exact.value(right[i], i));
+        spellings[FoldedName(right[i])].insert(right[i]);
+    }
+    QHash<QString, QSet<QString>> leftSpellings;
+    for (const QString &name : left)
+        leftSpellings[FoldedName(name)].insert(name);
+    QList<int> matches;
+    matches.reserve(left.size());
+    for (const QString &name : left) {
+        if (const auto hit = exact.constFind(name); hit != exact.cend()) {
+            matches << hit.value();
+            continue;
+        }
+        const QString folded = FoldedName(name);
+        const QSet<QString> others = spellings.value(folded);
+        matches << (others.size() == 1 && leftSpellings.value(folded).size() == 1 ? exact.value(*others.begin()) : -1);
+    }
+    return matches;
+}
+
+int MatchName(const QString &name, const QStringList &right)
+{
+    return MatchNames({name}, right).front();
 }
 
 } // namespace PhotoRecord

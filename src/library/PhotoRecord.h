@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -47,5 +48,19 @@ QString ThumbnailName(const QString &fileName);
 // A record's "File" must be a bare name: no folder separators, no "." or "..", no NUL. Anything
 // else could reach outside the album when joined to its folder, and is left alone.
 bool IsBareFileName(const QString &fileName);
+
+// The one rule by which a file name finds its photo, wherever a name meets a record or a file
+// (a record's file in the outside-change check, a FILE of the command line, a photo pasted back,
+// a free name for an import): names that are equal match; names that differ only in letter case
+// ("IMG_0001.JPG", "img_0001.jpg") match only when neither side holds another name of that
+// spelling in any case, so an album made on a system that ignores case still finds its files,
+// while two files whose names differ only in case stay two photos.
+// For each left name, the index of the right name it matches, -1 for none.
+QList<int> MatchNames(const QStringList &left, const QStringList &right);
+// The index of the right name that one name matches, -1 for none.
+int MatchName(const QString &name, const QStringList &right);
+// A name for a new file is taken when any name there equals it in any letter case: the rule
+// above could pair it with that one, and a system that ignores case could not keep both.
+QString FoldedName(const QString &name);
 
 } // namespace PhotoRecord

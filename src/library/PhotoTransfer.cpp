@@ -26,20 +26,27 @@ bool WriteExchange(const AlbumDocument &document, const QList<int> &indices, boo
     return list.Save(InfoExchangePath());
 }
 
-// The cut photos leave their first album once they are safely in the new one.
-void RemoveFromSource(const QString &sourceAlbum, const QStringList &files)
+// The cut photos leave their first album once they are safely in the new one. A photo that cannot
+// go to the trash stays there too, and is reported.
+void RemoveFromSource(const QString &sourceAlbum, const QStringList &files, ImportReport &report)
 {
     AlbumDocument::OpenResult source = AlbumDocument::Open(sourceAlbum);
     if (!source.document || !source.load)
         return;
+    QStringList names;
+    for (const QString &file : files)
+        names << QFileInfo(file).fileName();
     QList<int> indices;
-    for (const QString &file : files) {
-        const int index = source.document->FindRecord(QFileInfo(file).fileName());
-        if (index > 0 && QDir::cleanPath(source.document->PhotoFilePath(index)) == QDir::cleanPath(file))
-            indices << index;
+    const QList<int> found = source.document->FindRecords(names);
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        if (found[i] > 0 && QDir::cleanPath(source.document->PhotoFilePath(found[i])) == QDir::cleanPath(files[i]))
+            indices << found[i];
     }
-    source.document->DeleteItems(indices);
-    source.document->SaveDocumentToFile();
+    const AlbumDocument::DeleteReport deleted = source.document->DeleteItems(indices);
+    for (const FileProblem &failure : deleted.failures)
+        report.warnings << FileProblem{failure.path, QStringLiteral("pasted, but it stays in the album it was cut from: ") + failure.reason};
+    if (const Result saved = source.document->SaveDocumentToFile(); !saved)
+        report.warnings << FileProblem{sourceAlbum, saved.message};
 }
 
 } // namespace
@@ -54,30 +61,39 @@ bool ActionCut(const AlbumDocument &document, const QList<int> &indices)
     return WriteExchange(document, indices, true);
 }
 
-QList<int> ActionPaste(AlbumDocument &document, ProgressSink &progress)
+ImportReport ActionPaste(AlbumDocument &document, ProgressSink &progress)
 {
     DataList list;
+    ImportReport report;
     if (!list.Load(InfoExchangePath()))
-        return {};
+        return report;
     const QString cutFrom = list.GetDocumentProperty(CutFromKey);
     if (!cutFrom.isEmpty() && QDir::cleanPath(cutFrom) == document.Path())
-        return {};
+        return report;
     QStringList files;
     std::vector<PhotoInfo> infos;
     for (const ExchangedPhoto &photo : ReadInfoExchange(InfoExchangePath())) {
-        if (!QFileInfo(photo.file).isFile())
+        if (!QFileInfo(photo.file).isFile()) {
+            report.notImported << FileProblem{photo.file, QStringLiteral("no longer exists")};
             continue;
+        }
         files << photo.file;
         infos.push_back(photo.values);
     }
     OrvAlbumImporter importer;
     importer.SetDocument(&document);
-    QList<int> added = importer.ImportFilesWithInfo(files, infos, progress);
-    if (!cutFrom.isEmpty() && !added.isEmpty()) {
-        document.SaveDocumentToFile(); // the photos are recorded here before they leave there
-        RemoveFromSource(cutFrom, importer.ImportedSources());
-        if (importer.ImportedSources().size() == files.size())
+    const ImportReport imported = importer.ImportFilesWithInfo(files, infos, progress);
+    report.Add(imported);
+    if (!cutFrom.isEmpty() && !imported.imported.isEmpty()) {
+        // The photos are recorded here before they leave there; when this album cannot be
+        // written (a damaged list, a full disk) they stay where they were.
+        if (const Result saved = document.SaveDocumentToFile(); !saved) {
+            report.warnings << FileProblem{document.Path(), saved.message + QStringLiteral("; the cut photos stay in ") + cutFrom};
+            return report;
+        }
+        RemoveFromSource(cutFrom, imported.sources, report);
+        if (imported.sources.size() == files.size())
             QFile::remove(InfoExchangePath());
     }
-    return added;
+    return report;
 }

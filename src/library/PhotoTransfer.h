@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ImportReport.h"
+
 #include <QList>
 #include <QString>
 
@@ -13,5 +15,6 @@ bool ActionCopy(const AlbumDocument &document, const QList<int> &indices);
 bool ActionCut(const AlbumDocument &document, const QList<int> &indices);
 // Imports every listed photo that still exists, with its values. After a cut the photos leave
 // the album they came from and the list is emptied, so they cannot be pasted twice. Pasting cut
-// photos back into their own album changes nothing. Returns the new records.
-QList<int> ActionPaste(AlbumDocument &document, ProgressSink &progress);
+// photos back into their own album changes nothing; copied photos pasted into their own album
+// are copies under free names. Returns what was done and what was not.
+ImportReport ActionPaste(AlbumDocument &document, ProgressSink &progress);

@@ -45,6 +45,7 @@ QStringList Names(const QJsonArray &records, const char *key = "File")
 void CliAlbumPhotosTest::init()
 {
     home = std::make_unique<QTemporaryDir>();
+    qunsetenv("XDG_DATA_HOME");
 }
 
 QJsonArray CliAlbumPhotosTest::Records(const QString &album)
@@ -66,34 +67,80 @@ void CliAlbumPhotosTest::MakeAlbum(const QString &album, int photos)
 
 void CliAlbumPhotosTest::verbs_data()
 {
-    QTest::addColumn<QList<QStringList>>("steps"); // on an album "A" of p1.jpg .. p3.jpg
+    QTest::addColumn<QList<QStringList>>("steps"); // on an album "A" of p1.jpg .. p3.jpg; "fails" first: exit 1
     QTest::addColumn<QString>("out");              // of the last step
+    QTest::addColumn<QStringList>("err");          // found in the last step's stderr
     QTest::addColumn<QString>("key");
     QTest::addColumn<QStringList>("values");       // of the key over the records afterwards
+    QTest::addColumn<QStringList>("files");        // that exist afterwards ("!": that do not)
     using Steps = QList<QStringList>;
+    using L = QStringList;
     QTest::newRow("one note for many, then search") << Steps{{"album", "set-note", "A", "Harbour at dawn", "p1.jpg", "p3.jpg"}, {"album", "search", "A", "HARBOUR"}}
-                                                   << "p1.jpg\np3.jpg\n" << "Description" << QStringList{"Harbour at dawn", "", "Harbour at dawn"};
+                                                   << "p1.jpg\np3.jpg\n" << L{} << "Description" << L{"Harbour at dawn", "", "Harbour at dawn"} << L{};
     QTest::newRow("keywords copied and added") << Steps{{"album", "set", "A", "p1.jpg", "keywords", "sea;boat;"}, {"album", "set", "A", "p2.jpg", "keywords", "Boat;"},
                                                        {"album", "keywords-copy", "A", "p1.jpg"}, {"album", "keywords-paste", "A", "p2.jpg", "p3.jpg"}}
-                                               << "" << "Keywords" << QStringList{"sea;boat;", "Boat;sea;", "sea;boat;"};
-    QTest::newRow("rotate right") << Steps{{"album", "rotate", "A", "right", "p1.jpg"}} << "" << "Width" << QStringList{"968", "800", "640"};
-    QTest::newRow("import prints the new names") << Steps{{"album", "import", "A", "source-A/p1.jpg"}} << "p1(1).jpg\n" << "File" << QStringList{"p1.jpg", "p2.jpg", "p3.jpg", "p1(1).jpg"};
+                                               << "" << L{} << "Keywords" << L{"sea;boat;", "Boat;sea;", "sea;boat;"} << L{};
+    QTest::newRow("rotate right") << Steps{{"album", "rotate", "A", "right", "p1.jpg"}} << "" << L{} << "Width" << L{"968", "800", "640"} << L{};
+    // One file, one record: the album's own photo, a folder holding it, a photo pasted into its
+    // own album are copies with records of their own, and a check drops no note.
+    QTest::newRow("own photos imported again are copies") << Steps{{"album", "set", "A", "p1.jpg", "note", "N"}, {"album", "import", "A", "A/p1.jpg"},
+                                                                   {"fails", "album", "import", "A", "A"}, {"album", "copy", "A", "p2.jpg"}, {"album", "paste", "A"}, {"album", "check", "A", "--remove-missing"}}
+                                                           << "" << L{} << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg", "p1(1).jpg", "p1(1)(1).jpg", "p1(2).jpg", "p2(1).jpg", "p3(1).jpg", "p2(2).jpg"} << L{};
+    // Names differing only in case are two photos; a name in another case finds its one photo.
+    QTest::newRow("names in two cases") << Steps{{"@copy", "A/p1.jpg", "A/P1.JPG"}, {"album", "set", "A", "p1.jpg", "note", "lower"}, {"album", "check", "A", "--remove-missing"},
+                                                 {"album", "set", "A", "P1.JPG", "note", "upper"}, {"album", "set", "A", "P2.JPG", "note", "two"}, {"album", "check", "A", "--remove-missing"}}
+                                        << "" << L{} << "Description" << L{"lower", "two", "", "upper"} << L{};
+    QTest::newRow("what is not imported is named") << Steps{{"@write", "notes.txt"}, {"@mkdir", "empty"}, {"fails", "album", "import", "A", "gone.jpg", "notes.txt", "empty"}}
+                                                   << "" << L{"gone.jpg: does not exist", "notes.txt: not a photo", "empty: holds no photo"} << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg"} << L{};
+    QTest::newRow("an undecodable photo: record and warning") << Steps{{"@write", "bad.jpg"}, {"fails", "album", "import", "A", "bad.jpg"}}
+                                                              << "bad.jpg\n" << L{"bad.jpg: imported, but no thumbnail"} << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg", "bad.jpg"} << L{};
+    QTest::newRow("drop folder: its subfolders stay") << Steps{{"@copy", "A/p1.jpg", "A/raw.files/DCIM/100CANON/x.jpg"}, {"@copy", "A/p2.jpg", "A/raw.files/top.jpg"},
+                                                               {"@write", "A/raw.files/t.txt"}, {"fails", "album", "list", "A"}}
+                                                      << "p1.jpg\np2.jpg\np3.jpg\ntop.jpg\n" << L{"x.jpg: lies in a subfolder", "t.txt: not a photo", "kept in non-photo.files as t.txt"}
+                                                      << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg", "top.jpg"} << L{"A/raw.files/DCIM/100CANON/x.jpg", "A/non-photo.files/t.txt", "!A/raw.files/top.jpg"};
+    QTest::newRow("a photo the trash refuses stays") << Steps{{"@write", "blocker"}, {"@env", "blocker/data"}, {"fails", "album", "delete", "A", "p2.jpg", "p3.jpg"}}
+                                                     << "" << L{"p2.jpg could not be moved to the trash: there is no trash", "p3.jpg could not"} << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg"} << L{"A/p2.jpg"};
+    QTest::newRow("changes outside: new, rewritten, gone") << Steps{{"@copy", "A/p3.jpg", "A/new.jpg"}, {"@write", "A/p1.jpg"}, {"@remove", "A/p2.jpg"}, {"album", "check", "A", "--remove-missing"}}
+                                                         << "" << L{} << "Size" << L{"13", "126300", "126300"} << L{"!A/p2.jpg"};
+    QTest::newRow("arranged by name as a file manager does") << Steps{{"@copy", "A/p1.jpg", "A/P10.jpg"}, {"album", "check", "A"}, {"album", "arrange", "A", "file", "--desc"}}
+                                                             << "" << L{} << "File" << L{"P10.jpg", "p3.jpg", "p2.jpg", "p1.jpg"} << L{};
 }
 
 void CliAlbumPhotosTest::verbs()
 {
     QFETCH(QList<QStringList>, steps);
     QFETCH(QString, out);
+    QFETCH(QStringList, err);
     QFETCH(QString, key);
     QFETCH(QStringList, values);
+    QFETCH(QStringList, files);
     MakeAlbum(QStringLiteral("A"), 3);
+    const QString root = home->path() + u'/';
     CliRun last{};
-    for (const QStringList &step : steps) {
-        last = Cli(step);
-        QVERIFY2(last.exitCode == 0, qPrintable(step.join(u' ') + QStringLiteral(": ") + last.err));
+    for (QStringList step : steps) {
+        if (step[0] == QLatin1String("@copy"))
+            QVERIFY(QDir().mkpath(QFileInfo(root + step[2]).path()) && QFile::copy(root + step[1], root + step[2]));
+        else if (step[0] == QLatin1String("@write"))
+            WriteAll(root + step[1], "not a picture");
+        else if (step[0] == QLatin1String("@remove"))
+            QFile::remove(root + step[1]);
+        else if (step[0] == QLatin1String("@mkdir"))
+            QDir().mkpath(root + step[1]);
+        else if (step[0] == QLatin1String("@env"))
+            qputenv("XDG_DATA_HOME", (root + step[1]).toUtf8()); // under a file: no trash can be made
+        if (step[0].startsWith(u'@'))
+            continue;
+        const int expected = step[0] == QLatin1String("fails") ? 1 : 0;
+        last = Cli(expected ? step.mid(1) : step);
+        QVERIFY2(last.exitCode == expected, qPrintable(step.join(u' ') + QStringLiteral(": ") + last.err));
     }
     QCOMPARE(last.out, out);
+    for (const QString &text : err)
+        QVERIFY2(last.err.contains(text), qPrintable(last.err));
+    qunsetenv("XDG_DATA_HOME");
     QCOMPARE(Names(Records(QStringLiteral("A")), key.toLatin1().constData()), values);
+    for (const QString &file : files)
+        QVERIFY2(QFileInfo::exists(root + QString(file).remove(u'!')) != file.startsWith(u'!'), qPrintable(file));
 }
 
 void CliAlbumPhotosTest::copyCutAndPaste()

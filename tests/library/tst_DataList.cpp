@@ -225,8 +225,7 @@ void DataListTest::failedSaveKeepsTheFile()
     DataList list = WithItems({"one"});
     QVERIFY(list.Save(path));
     const QByteArray before = ReadAll(path);
-    QVERIFY(before.startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC"));
-    QVERIFY(before.contains("<plist version=\"1.0\">"));
+    QVERIFY(before.startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC") && before.contains("<plist version=\"1.0\">"));
 
     // A save that cannot happen reports why and leaves no trace; the saved file stays whole.
     QString error;
