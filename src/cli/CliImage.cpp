@@ -25,25 +25,13 @@ const QString Usage = QStringLiteral(
     "adjust takes the adjust window's slider positions (contrast 100 and colours 150 are neutral);\n"
     "crop's RIGHT and BOTTOM are the first column and row left out.");
 
-// The fields in the order a photo's information is shown, under the names of the record keys.
+// The values under the record keys a photo's record takes from its tags, in the record's order.
 QJsonObject TagsObject(const QString &path, const ImageTags &tags)
 {
-    return {
-        {QStringLiteral("File"), path},
-        {QStringLiteral("CameraMaker"), tags.cameraMaker},
-        {QStringLiteral("CameraModel"), tags.cameraModel},
-        {QStringLiteral("CaptureDate"), tags.dateTaken},
-        {QStringLiteral("Aperture"), tags.aperture},
-        {QStringLiteral("FocalLength"), tags.focalLength},
-        {QStringLiteral("FocusDistance"), tags.subjectDistance},
-        {QStringLiteral("ShutterSpeed"), tags.shutterSpeed},
-        {QStringLiteral("Flash"), tags.flash},
-        {QStringLiteral("ISOSpeed"), tags.isoSpeed},
-        {QStringLiteral("Description"), tags.caption},
-        {QStringLiteral("Keywords"), tags.keywords},
-        {QStringLiteral("Latitude"), tags.latitude},
-        {QStringLiteral("Longitude"), tags.longitude},
-    };
+    QJsonObject fields = {{QStringLiteral("File"), path}};
+    for (const auto &[key, value] : tags.RecordValues())
+        fields.insert(key, value);
+    return fields;
 }
 
 int Tags(QStringList arguments)

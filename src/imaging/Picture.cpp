@@ -268,3 +268,21 @@ Result Picture::SaveJpeg(const QString &path, int quality) const
         return Result::Failure(QStringLiteral("%1: %2").arg(path, file.errorString()));
     return Result::Success();
 }
+
+Result ReadPictureSize(const QString &path, QSize &size)
+{
+    InitialisePixelLibrary();
+    size = {};
+    try {
+        RefuseOtherDecoders(path);
+        // Opening reads the header alone; the pixels would only be decoded when asked for.
+        const VImage header = VImage::new_from_file(QFile::encodeName(path).constData(),
+                                                    VImage::option()->set("access", VIPS_ACCESS_SEQUENTIAL));
+        size = {header.width(), header.height()};
+        return Result::Success();
+    } catch (const VError &error) {
+        const QString reason = QString::fromUtf8(error.what()).trimmed();
+        vips_error_clear();
+        return Result::Failure(QStringLiteral("%1: %2").arg(path, reason.isEmpty() ? QStringLiteral("the picture's size cannot be read") : reason));
+    }
+}

@@ -38,3 +38,8 @@ vips::VImage AsEightBit(vips::VImage image);
 bool HasAlpha(const vips::VImage &image);
 // The picture on white where it was transparent.
 vips::VImage WithoutAlpha(const vips::VImage &image);
+
+// libvips would read many more formats than the program's (PDF, SVG, HEIF, text matrices ...)
+// from a misnamed file; only the decoders of the program's formats are let near a photo, and
+// ImageMagick only for the formats it stands in for. Throws VError for any other file.
+void RefuseOtherDecoders(const QString &photoPath);

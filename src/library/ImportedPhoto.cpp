@@ -1,7 +1,5 @@
 #include "ImportedPhoto.h"
 
-#include "TagReader.h"
-
 #include <QFile>
 #include <QFileInfo>
 
@@ -40,16 +38,8 @@ ImportedPhoto PlaceAndReadPhoto(const QString &source, const QString &destinatio
     ImportedPhoto photo;
     if (!Place(source, destination, how))
         return photo;
+    // A photo without a thumbnail, tags or size still gets its record; the reasons go with it.
+    static_cast<PhotoReading &>(photo) = ReadPhoto(destination, thumbnailPath, thumbnailSource);
     photo.ok = true;
-    (void)MakeThumbnail(destination, thumbnailPath, thumbnailSource); // a photo without one still gets its record
-    photo.facts = ReadPhotoFileFacts(destination);
-    const QFileInfo file(destination);
-    const QDateTime born = file.birthTime();
-    photo.created = RecordDateTimeText(born.isValid() ? born : file.lastModified());
-    const TagReader tags = TagReader::FromFile(destination);
-    photo.tags.LoadExifTags(tags);
-    photo.facts.width = tags.PixelWidth();
-    photo.facts.height = tags.PixelHeight();
-    photo.compressedBitsPerPixel = tags.Text(TagFamily::Exif, QStringLiteral("CompressedBitsPerPixel"));
     return photo;
 }

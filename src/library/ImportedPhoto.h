@@ -1,21 +1,16 @@
 #pragma once
 
-#include "ImageTags.h"
-#include "PhotoFileFacts.h"
-#include "Thumbnail.h"
+#include "PhotoReading.h"
 
 #include <QString>
 
 enum class PlacedHow { Copy, Move, AlreadyThere };
 
 // One photo brought into an album: placed in the photo files folder, given its thumbnail, its
-// file facts and its tags. Safe to run for several photos at once.
-struct ImportedPhoto {
-    bool ok = false;          // false: the file could not be placed, so no record is made
-    PhotoFileFacts facts;     // size, modified, width, height
-    QString created;          // "yyyy-mm-dd hh:mm:ss"
-    QString compressedBitsPerPixel;
-    ImageTags tags;
+// file facts and its tags, each with the reason when it could not be had. Safe to run for
+// several photos at once.
+struct ImportedPhoto : PhotoReading {
+    bool ok = false;  // false: the file could not be placed, so no record is made
 };
 
 ImportedPhoto PlaceAndReadPhoto(const QString &source, const QString &destination, PlacedHow how,

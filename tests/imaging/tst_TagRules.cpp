@@ -126,14 +126,15 @@ void TagRules::exifToolArguments_data()
     QTest::newRow("the documented example")
         << "Lake \"Blue\"" << "lake;summer;" << -122.5 << 37.75 << 12.0
         << (QStringList{"-overwrite_original", "-Caption-Abstract=Lake \"Blue\"", "-ImageDescription=Lake \"Blue\"",
-                        "-keywords=lake", "-keywords=summer"}
+                        "-XMP-dc:Description=Lake \"Blue\"", "-keywords=lake", "-keywords=summer", "-XMP-dc:Subject=lake",
+                        "-XMP-dc:Subject=summer"}
             << position
             << QStringList{"-gps:GPSLongitudeRef=W", "-gps:GPSLongitude=122.5", "-gps:GPSLatitudeRef=N",
                            "-gps:GPSLatitude=37.75", "-gps:GPSAltitudeRef=Above Sea Level", "-gps:GPSAltitude=12.0", file});
     QTest::newRow("empty keyword pieces skipped")
-        << "" << "a;;b;" << 0.0 << 0.0 << 0.0 << QStringList{"-overwrite_original", "-keywords=a", "-keywords=b", file};
+        << "" << "a;;b;" << 0.0 << 0.0 << 0.0 << QStringList{"-overwrite_original", "-keywords=a", "-keywords=b", "-XMP-dc:Subject=a", "-XMP-dc:Subject=b", file};
     QTest::newRow("0, 0 is no position") << "x" << "" << 0.0 << 0.0 << 5.0
-                                         << QStringList{"-overwrite_original", "-Caption-Abstract=x", "-ImageDescription=x", file};
+                                         << QStringList{"-overwrite_original", "-Caption-Abstract=x", "-ImageDescription=x", "-XMP-dc:Description=x", file};
     QTest::newRow("latitude 5 on the meridian")
         << "" << "" << 0.0 << 5.0 << 0.0
         << (QStringList{"-overwrite_original"} << position
@@ -150,7 +151,8 @@ void TagRules::exifToolArguments_data()
         << QString::fromUtf8("\xE6\xB9\x96") << "k;" << 0.0 << 0.0 << 0.0
         << QStringList{"-overwrite_original", "-tagsFromFile", "@", "-IPTC:all", "--IPTC:Keywords",
                        "-IPTC:CodedCharacterSet=UTF8", QString::fromUtf8("-Caption-Abstract=\xE6\xB9\x96"),
-                       QString::fromUtf8("-ImageDescription=\xE6\xB9\x96"), "-keywords=k", file};
+                       QString::fromUtf8("-ImageDescription=\xE6\xB9\x96"), QString::fromUtf8("-XMP-dc:Description=\xE6\xB9\x96"),
+                       "-keywords=k", "-XMP-dc:Subject=k", file};
     QTest::newRow("nothing to write") << "" << "" << 0.0 << 0.0 << 100.0 << QStringList{};
 }
 
