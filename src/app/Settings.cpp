@@ -1,9 +1,9 @@
 #include "Settings.h"
 
+#include "LenientNumber.h"
 #include "Paths.h"
 #include "ProfileFile.h"
 
-#include <QRegularExpression>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -20,13 +20,7 @@ void WriteSetting(const QString &section, const QString &key, const QString &val
 
 double SettingNumber(const QString &text)
 {
-    static const QRegularExpression leadingNumber(
-        QStringLiteral(R"(^\s*([+-]?(?:\d+\.?\d*|\.\d+)(?:[eE][+-]?\d+)?))"));
-    const QRegularExpressionMatch match = leadingNumber.match(text);
-    if (!match.hasMatch())
-        return 0.0;
-    const double value = match.captured(1).toDouble();
-    return std::isfinite(value) ? value : 0.0;
+    return LenientNumber(text);
 }
 
 int SettingInteger(const QString &text)

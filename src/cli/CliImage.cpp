@@ -16,25 +16,13 @@
 
 namespace {
 
-// The fields in the order a photo's information is shown, under the names of the record keys.
+// The values under the record keys a photo's record takes from its tags, in the record's order.
 QJsonObject TagsObject(const QString &path, const ImageTags &tags)
 {
-    return {
-        {QStringLiteral("File"), path},
-        {QStringLiteral("CameraMaker"), tags.cameraMaker},
-        {QStringLiteral("CameraModel"), tags.cameraModel},
-        {QStringLiteral("CaptureDate"), tags.dateTaken},
-        {QStringLiteral("Aperture"), tags.aperture},
-        {QStringLiteral("FocalLength"), tags.focalLength},
-        {QStringLiteral("FocusDistance"), tags.subjectDistance},
-        {QStringLiteral("ShutterSpeed"), tags.shutterSpeed},
-        {QStringLiteral("Flash"), tags.flash},
-        {QStringLiteral("ISOSpeed"), tags.isoSpeed},
-        {QStringLiteral("Description"), tags.caption},
-        {QStringLiteral("Keywords"), tags.keywords},
-        {QStringLiteral("Latitude"), tags.latitude},
-        {QStringLiteral("Longitude"), tags.longitude},
-    };
+    QJsonObject fields = {{QStringLiteral("File"), path}};
+    for (const auto &[key, value] : tags.RecordValues())
+        fields.insert(key, value);
+    return fields;
 }
 
 int Tags(const CliArguments &args)

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 
 namespace {
@@ -39,43 +38,6 @@ void Increment(char *digits, std::size_t count)
 }
 
 } // namespace
-
-double LenientNumber(QStringView text)
-{
-    qsizetype i = SkipBlanks(text, 0);
-    const qsizetype start = i;
-    if (i < text.size() && (text[i] == u'+' || text[i] == u'-'))
-        ++i;
-    const qsizetype digitsStart = i;
-    i = SkipDigits(text, i);
-    bool anyDigit = i > digitsStart;
-    if (i < text.size() && text[i] == u'.') {
-        const qsizetype fraction = i + 1;
-        i = SkipDigits(text, fraction);
-        anyDigit = anyDigit || i > fraction;
-    }
-    if (!anyDigit)
-        return 0.0;
-    if (i < text.size() && (text[i] == u'e' || text[i] == u'E')) {
-        qsizetype exponent = i + 1;
-        if (exponent < text.size() && (text[exponent] == u'+' || text[exponent] == u'-'))
-            ++exponent;
-        const qsizetype exponentEnd = SkipDigits(text, exponent);
-        if (exponentEnd > exponent)
-            i = exponentEnd;
-    }
-    // from_chars takes no leading '+'.
-    const QStringView number = text.sliced(start, i - start).sliced(text[start] == u'+' ? 1 : 0);
-    std::array<char, 64> ascii{};
-    if (number.size() > qsizetype(ascii.size())) {
-        const double value = number.toString().toDouble();
-        return std::isfinite(value) ? value : 0.0;
-    }
-    std::transform(number.begin(), number.end(), ascii.begin(), [](QChar c) { return static_cast<char>(c.unicode()); });
-    double value = 0.0;
-    std::from_chars(ascii.data(), ascii.data() + number.size(), value);
-    return std::isfinite(value) ? value : 0.0;
-}
 
 QString RoundedElevation(QStringView text)
 {

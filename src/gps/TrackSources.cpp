@@ -1,12 +1,12 @@
 #include "TrackSources.h"
 
 #include "GpsStore.h"
+#include "HelperProgram.h"
 #include "Paths.h"
 #include "ShellAndWait.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 namespace {
 
@@ -53,11 +53,7 @@ QString TrackFileType(const QString &path)
 
 QString GpsBabelProgram()
 {
-    QString bundled = ResourcesFolder() + QStringLiteral("/gpsbabel");
-    if (QFileInfo(bundled).isExecutable())
-        return bundled;
-    const QString onPath = QStandardPaths::findExecutable(QStringLiteral("gpsbabel"));
-    return onPath.isEmpty() ? QStringLiteral("gpsbabel") : onPath;
+    return HelperProgram(QStringLiteral("gpsbabel"));
 }
 
 QStringList FileConversionArguments(const QString &type, const QString &input, const QString &output)

@@ -1,10 +1,11 @@
 #include "ExifToolCommand.h"
 
-#include "Paths.h"
+#include "HelperProgram.h"
+#include "TagTable.h"
 #include "Windows1252.h"
 
 #include <QFileInfo>
-#include <QStandardPaths>
+#include <QRegularExpression>
 #include <cmath>
 
 namespace {
@@ -36,6 +37,36 @@ QStringList SwitchToUtf8(const PhotoMetadata &values)
     return arguments;
 }
 
+// "-TAG=value" for every tag the table writes the record key's value into.
+QStringList Assignments(QLatin1String recordKey, const QString &value)
+{
+    QStringList arguments;
+    for (const TagRow &row : TagTable()) {
+        if (row.exifToolTag && recordKey == QLatin1String(row.recordKey) && row.rule != RecordRule::Reference)
+            arguments << u'-' + QLatin1String(row.exifToolTag) + u'=' + value;
+    }
+    return arguments;
+}
+
+QString Assignment(const char *recordKey, RecordRule rule, const QString &value)
+{
+    return u'-' + QLatin1String(FindTagRow(recordKey, rule)->exifToolTag) + u'=' + value;
+}
+
+// The summary ExifTool prints last: "    1 image files updated", "    1 image files unchanged".
+int SummaryCount(const QString &output, const char *what)
+{
+    static const QRegularExpression summary(QStringLiteral("^\\s*(\\d+) (?:image )?files? (updated|unchanged)\\s*$"),
+                                            QRegularExpression::MultilineOption);
+    int count = 0;
+    for (auto match = summary.globalMatch(output); match.hasNext();) {
+        const QRegularExpressionMatch line = match.next();
+        if (line.captured(2) == QLatin1String(what))
+            count += line.captured(1).toInt();
+    }
+    return count;
+}
+
 } // namespace
 
 bool PhotoMetadata::HasText() const
@@ -65,21 +96,24 @@ QStringList ExifToolArguments(const PhotoMetadata &values, const QString &photoP
     QStringList arguments = {QStringLiteral("-overwrite_original")};
     if (!FitsWindows1252(values.description + values.keywords))
         arguments << SwitchToUtf8(values);
-    if (!values.description.isEmpty()) {
-        arguments << QStringLiteral("-Caption-Abstract=") + values.description;
-        arguments << QStringLiteral("-ImageDescription=") + values.description;
+    if (!values.description.isEmpty())
+        arguments << Assignments(QLatin1String("Description"), values.description);
+    // Each tag's list of keywords is written whole: the first assignment replaces the old list.
+    for (const TagRow &row : TagTable()) {
+        if (row.exifToolTag && row.rule == RecordRule::Keywords) {
+            for (const QString &keyword : Keywords(values.keywords))
+                arguments << u'-' + QLatin1String(row.exifToolTag) + u'=' + keyword;
+        }
     }
-    for (const QString &keyword : Keywords(values.keywords))
-        arguments << QStringLiteral("-keywords=") + keyword;
     if (values.HasPosition()) {
         arguments << QStringLiteral("-GPSMapDatum=WGS-84") << QStringLiteral("-gps:GPSMeasureMode=2");
-        arguments << (values.longitude < 0 ? QStringLiteral("-gps:GPSLongitudeRef=W") : QStringLiteral("-gps:GPSLongitudeRef=E"));
-        arguments << QStringLiteral("-gps:GPSLongitude=") + UpToSixDecimals(std::abs(values.longitude));
-        arguments << (values.latitude < 0 ? QStringLiteral("-gps:GPSLatitudeRef=S") : QStringLiteral("-gps:GPSLatitudeRef=N"));
-        arguments << QStringLiteral("-gps:GPSLatitude=") + UpToSixDecimals(std::abs(values.latitude));
-        arguments << (values.elevation < 0 ? QStringLiteral("-gps:GPSAltitudeRef=Below Sea Level")
-                                           : QStringLiteral("-gps:GPSAltitudeRef=Above Sea Level"));
-        arguments << QStringLiteral("-gps:GPSAltitude=") + OneDecimal(std::abs(values.elevation));
+        arguments << Assignment("Longitude", RecordRule::Reference, values.longitude < 0 ? QStringLiteral("W") : QStringLiteral("E"));
+        arguments << Assignment("Longitude", RecordRule::Degrees, UpToSixDecimals(std::abs(values.longitude)));
+        arguments << Assignment("Latitude", RecordRule::Reference, values.latitude < 0 ? QStringLiteral("S") : QStringLiteral("N"));
+        arguments << Assignment("Latitude", RecordRule::Degrees, UpToSixDecimals(std::abs(values.latitude)));
+        arguments << Assignment("Elevation", RecordRule::Reference,
+                                values.elevation < 0 ? QStringLiteral("Below Sea Level") : QStringLiteral("Above Sea Level"));
+        arguments << Assignment("Elevation", RecordRule::Altitude, OneDecimal(std::abs(values.elevation)));
     }
     // An absolute path never starts with "-", so ExifTool cannot take the file for an option.
     arguments << QFileInfo(photoPath).absoluteFilePath();
@@ -88,9 +122,22 @@ QStringList ExifToolArguments(const PhotoMetadata &values, const QString &photoP
 
 QString ExifToolProgram()
 {
-    QString shipped = ResourcesFolder() + QStringLiteral("/exiftool");
-    if (QFileInfo(shipped).isExecutable())
-        return shipped;
-    const QString onPath = QStandardPaths::findExecutable(QStringLiteral("exiftool"));
-    return onPath.isEmpty() ? QStringLiteral("exiftool") : onPath;
+    return HelperProgram(QStringLiteral("exiftool"));
+}
+
+Result ExifToolOutcome(int exitStatus, const QString &output)
+{
+    QStringList errors;
+    for (const QString &line : output.split(u'\n')) {
+        if (line.startsWith(QLatin1String("Error")) || line.startsWith(QLatin1String("Warning")))
+            errors << line.trimmed();
+    }
+    const QString said = errors.isEmpty() ? QString() : QStringLiteral(": ") + errors.join(QStringLiteral("; "));
+    if (exitStatus != 0)
+        return Result::Failure(QStringLiteral("ExifTool ended with status %1%2").arg(exitStatus).arg(said));
+    if (SummaryCount(output, "updated") == 0) {
+        const bool unchanged = SummaryCount(output, "unchanged") > 0;
+        return Result::Failure((unchanged ? QStringLiteral("ExifTool left the file unchanged") : QStringLiteral("ExifTool updated no file")) + said);
+    }
+    return Result::Success();
 }

@@ -3,11 +3,12 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <utility>
 
 class TagReader;
 
 // The values of a photo's tags in the forms a photo record keeps. Every field is text; "" means
-// the photo does not hold the value.
+// the photo does not hold the value. Which tags fill which field is TagTable's business.
 class ImageTags {
 public:
     QString cameraMaker;
@@ -19,6 +20,7 @@ public:
     QString shutterSpeed;     // "1/60 s"
     QString flash;            // "ON", "OFF"
     QString isoSpeed;
+    QString compressedBitsPerPixel;
     QString caption;
     QString keywords;         // "a;b;"
     QString latitude;         // signed decimal degrees, "0.000000"
@@ -28,6 +30,10 @@ public:
     // leaves them all empty.
     void LoadExifTags(const QString &photoPath);
     void LoadExifTags(const TagReader &reader);
+
+    // The photo record keys these values fill, in the record's order, as an imported record
+    // takes them: the camera keys always, the others only when the photo holds a value.
+    QList<std::pair<QString, QString>> RecordValues() const;
 };
 
 // The tags of many photos, read on every core; in the order of the paths.

@@ -9,6 +9,16 @@ namespace {
 
 std::once_flag pixelsStarted;
 std::once_flag tagsStarted;
+std::mutex xmpToolkit;
+
+// The XMP toolkit keeps state of its own while it parses; imports read tags on every core.
+void LockXmpToolkit(void *, bool lock)
+{
+    if (lock)
+        xmpToolkit.lock();
+    else
+        xmpToolkit.unlock();
+}
 
 void StartPixels()
 {
@@ -25,7 +35,7 @@ void StartTags()
 {
     Exiv2::LogMsg::setLevel(Exiv2::LogMsg::mute);
     // The XMP toolkit must be set up before several threads read tags at once.
-    Exiv2::XmpParser::initialize();
+    Exiv2::XmpParser::initialize(LockXmpToolkit, nullptr);
 }
 
 } // namespace

@@ -17,7 +17,7 @@ bool StandsAlone(uchar marker)
 
 } // namespace
 
-QByteArray ReadJpegHeaderWithoutXmp(QIODevice &device)
+QByteArray ReadJpegHeaderWithoutXmp(QIODevice &device, QByteArray *xmpPacket)
 {
     QByteArray header = device.read(2);
     if (header.size() != 2 || uchar(header[0]) != MarkerStart || uchar(header[1]) != StartOfImage)
@@ -45,8 +45,12 @@ QByteArray ReadJpegHeaderWithoutXmp(QIODevice &device)
         const QByteArray payload = device.read(payloadSize);
         if (payload.size() != payloadSize)
             break;
-        if (kind == ApplicationOne && payload.startsWith(XmpSignature))
+        if (kind == ApplicationOne && payload.startsWith(XmpSignature)) {
+            // The signature is closed by a NUL; the packet follows it.
+            if (xmpPacket && xmpPacket->isEmpty())
+                *xmpPacket = payload.mid(XmpSignature.size() + 1);
             continue;
+        }
         header += marker + length + payload;
     }
     return header + char(MarkerStart) + char(EndOfImage);

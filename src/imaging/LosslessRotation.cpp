@@ -1,10 +1,12 @@
 #include "LosslessRotation.h"
 
+#include "ExifSegment.h"
 #include "Exiv2Support.h"
 #include "ImagingLibrary.h"
 
 #include <turbojpeg.h>
 
+#include <cstdint>
 #include <memory>
 
 namespace {
@@ -63,42 +65,33 @@ QSize JpegSize(const QByteArray &jpeg)
 }
 
 // The preview turns with the photo; a partial block of the small preview is simply dropped.
-bool TurnPreview(Exiv2::ExifData &exif, Turn turn)
+void TurnPreview(QByteArray &segment, Turn turn)
 {
-    const Exiv2::DataBuf preview = Exiv2::ExifThumbC(exif).copy();
-    if (preview.size_ == 0)
-        return false;
+    const QByteArray preview = ExifPreviewOf(segment);
+    if (preview.isEmpty())
+        return;
     QString error;
-    const QByteArray turned = Transform(QByteArray(reinterpret_cast<const char *>(preview.pData_), preview.size_), turn,
-                                        TJXOPT_TRIM, error);
-    if (turned.isEmpty())
-        return false;
-    Exiv2::ExifThumb(exif).setJpegThumbnail(reinterpret_cast<const Exiv2::byte *>(turned.constData()),
-                                            static_cast<long>(turned.size()));
-    return true;
+    const QByteArray turned = Transform(preview, turn, TJXOPT_TRIM, error);
+    if (!turned.isEmpty())
+        SetExifPreview(segment, turned);
 }
 
-// Brings the EXIF block in line with the turned pixels. Files whose EXIF needs no change are
-// left byte for byte as the transform made them.
-void UpdateTags(QByteArray &jpeg, Turn turn, QSize turnedSize)
+// The orientation that shows the stored pixels turned once more, for each of the eight
+// (mirrored ones included) that the EXIF standard defines.
+int TurnedOrientation(int orientation, Turn turn)
 {
-    try {
-        const auto image = OpenExiv2Image(jpeg);
-        image->readMetadata();
-        Exiv2::ExifData exif = image->exifData();
-        if (exif.empty())
-            return;
-        const bool previewTurned = TurnPreview(exif, turn);
-        if (!previewTurned && turn == Turn::HalfTurn)
-            return;
-        SetExifPixelSize(exif, turnedSize.width(), turnedSize.height());
-        image->setExifData(exif);
-        image->writeXmpFromPacket(true);
-        image->writeMetadata();
-        jpeg = WrittenBytes(*image);
-    } catch (const std::exception &) {
-        // The pixels are turned either way; stale size tags are the lesser harm than no turn.
+    static constexpr int right[9] = {0, 6, 7, 8, 5, 2, 3, 4, 1};
+    static constexpr int left[9] = {0, 8, 5, 6, 7, 4, 1, 2, 3};
+    const int start = orientation >= 1 && orientation <= 8 ? orientation : 1;
+    switch (turn) {
+    case Turn::Right:
+        return right[start];
+    case Turn::Left:
+        return left[start];
+    case Turn::HalfTurn:
+        return right[right[start]];
     }
+    return start;
 }
 
 } // namespace
@@ -107,11 +100,46 @@ Result TurnJpegLosslessly(QByteArray &jpeg, Turn turn, QSize &turnedSize)
 {
     InitialiseTagLibrary();
     QString error;
-    QByteArray turned = Transform(jpeg, turn, TJXOPT_PERFECT, error);
+    const QByteArray turned = Transform(jpeg, turn, TJXOPT_PERFECT, error);
     if (turned.isEmpty())
         return Result::Failure(error);
     turnedSize = JpegSize(turned);
-    UpdateTags(turned, turn, turnedSize);
-    jpeg = turned;
+    // The transform copies every marker as it was; only the values that follow the turn change.
+    QByteArray segment = ExifSegmentOf(turned);
+    if (segment.isEmpty()) {
+        jpeg = turned;
+        return Result::Success();
+    }
+    SetExifPixelSize(segment, turnedSize);
+    TurnPreview(segment, turn);
+    jpeg = WithExifSegment(turned, segment);
     return Result::Success();
+}
+
+Result TurnJpegByOrientation(QByteArray &jpeg, Turn turn, int orientation, QSize &turnedSize)
+{
+    const QSize stored = JpegSize(jpeg);
+    if (stored.isEmpty())
+        return Result::Failure(QStringLiteral("the photo is not a JPEG that can be read"));
+    const int turned = TurnedOrientation(orientation, turn);
+    const bool sideways = turned >= 5;
+    turnedSize = sideways ? stored.transposed() : stored;
+    QByteArray segment = ExifSegmentOf(jpeg);
+    if (!segment.isEmpty() && SetExifOrientation(segment, turned)) {
+        jpeg = WithExifSegment(jpeg, segment);
+        return Result::Success();
+    }
+    // No orientation entry to change in place: the tag library adds one.
+    InitialiseTagLibrary();
+    try {
+        const auto image = OpenExiv2Image(jpeg);
+        image->readMetadata();
+        image->exifData()["Exif.Image.Orientation"] = static_cast<std::uint16_t>(turned);
+        image->writeXmpFromPacket(true);
+        image->writeMetadata();
+        jpeg = WrittenBytes(*image);
+        return Result::Success();
+    } catch (const std::exception &failure) {
+        return Result::Failure(QStringLiteral("the orientation tag cannot be written: %1").arg(QString::fromUtf8(failure.what())));
+    }
 }

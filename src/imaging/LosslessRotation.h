@@ -11,3 +11,8 @@
 // preview embedded in it. Fails, leaving the bytes alone, when a partial block at the picture's
 // right or bottom edge would have to move: only a re-encoding can turn such a picture exactly.
 Result TurnJpegLosslessly(QByteArray &jpeg, Turn turn, QSize &turnedSize);
+
+// Turns a JPEG by its EXIF orientation tag alone: not a byte of the picture data changes, and
+// every viewer that honours the tag (the program's thumbnails do) shows it turned. The tag is
+// composed with the one the photo had, mirrored ones included. turnedSize is the size as shown.
+Result TurnJpegByOrientation(QByteArray &jpeg, Turn turn, int orientation, QSize &turnedSize);

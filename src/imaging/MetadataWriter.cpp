@@ -2,9 +2,11 @@
 
 #include "StayOpenExifTool.h"
 #include "ImageTags.h"
+#include "LenientNumber.h"
 #include "ShellAndWait.h"
 #include "TagReader.h"
 #include "TagRules.h"
+#include "TagTable.h"
 
 #include <cmath>
 
@@ -33,8 +35,8 @@ MetadataWriteReport Report(const QString &photoPath, const PhotoMetadata &values
     report.attempted = true;
     if (!run.finished)
         report.result = Result::Failure(QStringLiteral("%1: %2").arg(photoPath, run.message));
-    else if (run.exitCode != 0)
-        report.result = Result::Failure(QStringLiteral("%1: %2").arg(photoPath, QString::fromUtf8(run.errors).trimmed()));
+    else if (const Result outcome = ExifToolOutcome(run.exitCode, QString::fromUtf8(run.output + '\n' + run.errors)); !outcome)
+        report.result = Result::Failure(QStringLiteral("%1: %2").arg(photoPath, outcome.message));
     else
         report.result = VerifyWrittenMetadata(photoPath, values);
     report.facts = ReadPhotoFileFacts(photoPath);
@@ -95,27 +97,29 @@ bool WriteMetadataWithExifTool(const QString &photoPath, const QString &descript
 
 Result VerifyWrittenMetadata(const QString &photoPath, const PhotoMetadata &values)
 {
-    const TagReader reader = TagReader::FromFile(photoPath);
-    ImageTags tags;
-    tags.LoadExifTags(reader);
-    if (!values.description.isEmpty()) {
-        if (tags.caption != values.description)
-            return Mismatch(photoPath, "the caption", tags.caption);
-        const QString description = reader.Text(TagFamily::Exif, QStringLiteral("ImageDescription"));
-        if (description != WithoutTrailingBlanks(values.description))
-            return Mismatch(photoPath, "the image description", description);
+    const TagReader reader = TagReader::FromFile(photoPath, XmpParsing::Always);
+    const QString keywords = values.keywords.split(u';', Qt::SkipEmptyParts).join(u',');
+    for (const TagRow &row : TagTable()) {
+        if (!row.exifToolTag)
+            continue;
+        const QLatin1String key(row.recordKey);
+        const QString found = reader.Text(row.family, QLatin1String(row.name));
+        if (key == QLatin1String("Description") && !values.description.isEmpty()
+            && WithoutTrailingBlanks(found) != WithoutTrailingBlanks(values.description))
+            return Mismatch(photoPath, row.name, found);
+        if (key == QLatin1String("Keywords") && !keywords.isEmpty() && found != keywords)
+            return Mismatch(photoPath, row.name, found);
     }
-    const QStringList keywords = values.keywords.split(u';', Qt::SkipEmptyParts);
-    if (!keywords.isEmpty() && tags.keywords != KeywordsText(keywords.join(u',')))
-        return Mismatch(photoPath, "the keywords", tags.keywords);
     if (!values.HasPosition())
         return Result::Success();
-    if (std::abs(tags.latitude.toDouble() - UpToSixDecimals(values.latitude).toDouble()) > DegreesTolerance || tags.latitude.isEmpty())
+    ImageTags tags;
+    tags.LoadExifTags(reader);
+    if (std::abs(LenientNumber(tags.latitude) - LenientNumber(UpToSixDecimals(values.latitude))) > DegreesTolerance || tags.latitude.isEmpty())
         return Mismatch(photoPath, "the latitude", tags.latitude);
-    if (std::abs(tags.longitude.toDouble() - UpToSixDecimals(values.longitude).toDouble()) > DegreesTolerance)
+    if (std::abs(LenientNumber(tags.longitude) - LenientNumber(UpToSixDecimals(values.longitude))) > DegreesTolerance)
         return Mismatch(photoPath, "the longitude", tags.longitude);
     const std::optional<double> altitude = reader.GpsAltitude();
-    if (!altitude || std::abs(*altitude - OneDecimal(values.elevation).toDouble()) > MetresTolerance)
+    if (!altitude || std::abs(*altitude - LenientNumber(OneDecimal(values.elevation))) > MetresTolerance)
         return Mismatch(photoPath, "the altitude", altitude ? QString::number(*altitude) : QString());
     return Result::Success();
 }

@@ -1,7 +1,9 @@
 #include "PhotoEdits.h"
 
+#include "EditSafety.h"
 #include "LosslessRotation.h"
 #include "TagCopy.h"
+#include "TagReader.h"
 #include "Thumbnail.h"
 
 #include <QFile>
@@ -27,11 +29,12 @@ Result WriteFile(const QString &path, const QByteArray &bytes)
     return Result::Success();
 }
 
+// The file is rewritten by now: its record must follow it whatever becomes of the thumbnail.
 EditOutcome Finish(const QString &photoPath, QSize size, const QString &thumbnailPath)
 {
     EditOutcome outcome;
     if (!thumbnailPath.isEmpty())
-        outcome.result = MakeThumbnail(photoPath, thumbnailPath);
+        outcome.thumbnail = MakeThumbnail(photoPath, thumbnailPath);
     outcome.facts = ReadPhotoFileFacts(photoPath);
     outcome.facts.width = size.width();
     outcome.facts.height = size.height();
@@ -40,7 +43,7 @@ EditOutcome Finish(const QString &photoPath, QSize size, const QString &thumbnai
 
 EditOutcome Failed(const QString &photoPath, const QString &why)
 {
-    return {Result::Failure(QStringLiteral("%1: %2").arg(photoPath, why)), ReadPhotoFileFacts(photoPath)};
+    return {Result::Failure(QStringLiteral("%1: %2").arg(photoPath, why)), ReadPhotoFileFacts(photoPath), {}};
 }
 
 EditOutcome EditPhotoFile(const QString &photoPath, const Edit &edit, const QString &thumbnailPath)
@@ -49,21 +52,22 @@ EditOutcome EditPhotoFile(const QString &photoPath, const Edit &edit, const QStr
     if (!CanSaveInPlace(format))
         return Failed(photoPath, QStringLiteral("photos of this format cannot be edited"));
     const QByteArray original = ReadFile(photoPath);
+    // Nothing is written unless the new file keeps all the old one had (EditSafety.h).
+    if (const Result editable = CheckEditable(original, format); !editable)
+        return Failed(photoPath, editable.message);
     const Picture picture = Picture::LoadFromMemory(original, format);
     if (picture.IsNull())
         return Failed(photoPath, QStringLiteral("the photo cannot be decoded"));
     const Picture edited = edit(picture);
-    // The encoder carries the colour profile and the Photoshop resources; the tags are then put
-    // back exactly by CopyTags. PNG text chunks are the exception: the encoder would mangle
-    // their older encoding, so a PNG gets its tags from CopyTags alone.
-    const EmbeddedTags carried = format == ImageFormat::Png ? EmbeddedTags::Dropped : EmbeddedTags::Kept;
-    QByteArray encoded = edited.Encode(format, EditedJpegQuality, carried);
-    if (encoded.isEmpty())
-        return Failed(photoPath, QStringLiteral("the edited photo cannot be encoded"));
+    if (edited.IsNull())
+        return Failed(photoPath, QStringLiteral("the edit leaves no picture"));
+    QByteArray encoded;
+    if (const Result kept = EncodeLikeOriginal(original, format, edited, EditedJpegQuality, encoded); !kept)
+        return Failed(photoPath, kept.message);
     if (const Result tagged = CopyTags(original, encoded, edited); !tagged)
         return Failed(photoPath, tagged.message);
     if (const Result written = WriteFile(photoPath, encoded); !written)
-        return {written, ReadPhotoFileFacts(photoPath)};
+        return {written, ReadPhotoFileFacts(photoPath), {}};
     return Finish(photoPath, {edited.Width(), edited.Height()}, thumbnailPath);
 }
 
@@ -72,13 +76,24 @@ EditOutcome EditPhotoFile(const QString &photoPath, const Edit &edit, const QStr
 EditOutcome RotatePhotoFile(const QString &photoPath, Turn turn, const QString &thumbnailPath)
 {
     if (FormatOfFile(photoPath) == ImageFormat::Jpeg) {
+        // A JPEG is never decoded and encoded again to turn it: turning by moving its blocks is
+        // exact, and re-encoding loses a little more on every turn. When the blocks cannot move
+        // exactly (a side that is not a whole number of blocks, which would have to be trimmed
+        // off) or the photo is already shown turned by its orientation tag, the turn goes into
+        // that tag instead: four turns give back the very file, and nothing is cut.
         QByteArray jpeg = ReadFile(photoPath);
+        const int orientation = TagReader::FromMemory(jpeg).Orientation();
         QSize turnedSize;
-        if (TurnJpegLosslessly(jpeg, turn, turnedSize)) {
-            if (const Result written = WriteFile(photoPath, jpeg); !written)
-                return {written, ReadPhotoFileFacts(photoPath)};
-            return Finish(photoPath, turnedSize, thumbnailPath);
-        }
+        Result turned = Result::Failure(QString());
+        if (orientation == 1)
+            turned = TurnJpegLosslessly(jpeg, turn, turnedSize);
+        if (!turned)
+            turned = TurnJpegByOrientation(jpeg, turn, orientation, turnedSize);
+        if (!turned)
+            return Failed(photoPath, turned.message);
+        if (const Result written = WriteFile(photoPath, jpeg); !written)
+            return {written, ReadPhotoFileFacts(photoPath), {}};
+        return Finish(photoPath, turnedSize, thumbnailPath);
     }
     return EditPhotoFile(photoPath, [turn](const Picture &picture) { return picture.Rotated(turn); }, thumbnailPath);
 }

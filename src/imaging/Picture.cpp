@@ -268,3 +268,50 @@ Result Picture::SaveJpeg(const QString &path, int quality) const
         return Result::Failure(QStringLiteral("%1: %2").arg(path, file.errorString()));
     return Result::Success();
 }
+
+Result ReadPictureSize(const QString &path, QSize &size)
+{
+    InitialisePixelLibrary();
+    size = {};
+    try {
+        RefuseOtherDecoders(path);
+        // Opening reads the header alone; the pixels would only be decoded when asked for.
+        const VImage header = VImage::new_from_file(QFile::encodeName(path).constData(),
+                                                    VImage::option()->set("access", VIPS_ACCESS_SEQUENTIAL));
+        size = {header.width(), header.height()};
+        return Result::Success();
+    } catch (const VError &error) {
+        const QString reason = QString::fromUtf8(error.what()).trimmed();
+        vips_error_clear();
+        return Result::Failure(QStringLiteral("%1: %2").arg(path, reason.isEmpty() ? QStringLiteral("the picture's size cannot be read") : reason));
+    }
+}
+
+PictureLayout LayoutOf(const QByteArray &bytes, ImageFormat format)
+{
+    InitialisePixelLibrary();
+    const VipsBytes source(bytes);
+    const VImage header = LoadBlob(source.get(), format);
+    PictureLayout layout;
+    if (vips_image_get_typeof(header.get_image(), VIPS_META_N_PAGES) != 0)
+        layout.pages = std::max(header.get_int(VIPS_META_N_PAGES), 1);
+    layout.deep = header.format() != VIPS_FORMAT_UCHAR && header.format() != VIPS_FORMAT_CHAR;
+    return layout;
+}
+
+QByteArray EncodeTiff(const Picture &picture, VipsForeignTiffCompression compression, VipsForeignTiffPredictor predictor,
+                      EmbeddedTags tags)
+{
+    const VImage *image = PictureData::ImageOf(picture);
+    if (!image)
+        return {};
+    try {
+        return TakeBlob(image->tiffsave_buffer(VImage::option()
+                                                   ->set("compression", compression)
+                                                   ->set("predictor", predictor)
+                                                   ->set("strip", tags == EmbeddedTags::Dropped)));
+    } catch (const VError &) {
+        vips_error_clear();
+        return {};
+    }
+}

@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QFlags>
+#include <QSize>
 #include <QString>
 #include <memory>
 
@@ -37,6 +38,10 @@ enum class EmbeddedTags { Dropped, Kept };
 constexpr int GoodJpegQuality = 75;
 
 struct PictureData;
+
+// The picture's size in pixels from its file's header, decoding no pixels; on failure size is
+// left empty and the reason given.
+Result ReadPictureSize(const QString &path, QSize &size);
 
 // A decoded picture. Pictures are values: every operation returns a new picture and leaves its
 // source as it was. A null picture stands for a load that failed; operations on it give null.
@@ -79,5 +84,9 @@ public:
 private:
     explicit Picture(std::shared_ptr<const PictureData> data);
     friend struct PictureData;
+
+// The picture's size in pixels from its file's header, decoding no pixels; on failure size is
+// left empty and the reason given.
+Result ReadPictureSize(const QString &path, QSize &size);
     std::shared_ptr<const PictureData> data;
 };

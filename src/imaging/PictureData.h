@@ -38,3 +38,22 @@ vips::VImage AsEightBit(vips::VImage image);
 bool HasAlpha(const vips::VImage &image);
 // The picture on white where it was transparent.
 vips::VImage WithoutAlpha(const vips::VImage &image);
+
+// libvips would read many more formats than the program's (PDF, SVG, HEIF, text matrices ...)
+// from a misnamed file; only the decoders of the program's formats are let near a photo, and
+// ImageMagick only for the formats it stands in for. Throws VError for any other file.
+void RefuseOtherDecoders(const QString &photoPath);
+
+// What of a picture file's structure an edit must keep: its pages (TIFF) or frames (GIF), and
+// whether its samples are deeper than 8 bits.
+struct PictureLayout {
+    int pages = 1;
+    bool deep = false;
+};
+
+// The layout from the file's header, decoding no pixels; throws VError when it cannot be read.
+PictureLayout LayoutOf(const QByteArray &bytes, ImageFormat format);
+
+// A TIFF with the compression and predictor given, carrying the picture's tags when asked.
+QByteArray EncodeTiff(const Picture &picture, VipsForeignTiffCompression compression, VipsForeignTiffPredictor predictor,
+                      EmbeddedTags tags);

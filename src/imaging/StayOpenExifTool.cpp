@@ -8,6 +8,8 @@ namespace {
 
 constexpr int PollIntervalMs = 100;
 constexpr int CloseWaitMs = 5000;
+// Printed once the command is done, with ExifTool's exit status for it.
+const QByteArray StatusMarker = QByteArrayLiteral("{exit-status ");
 
 } // namespace
 
@@ -69,6 +71,7 @@ ProcessRun StayOpenExifTool::Execute(const QStringList &arguments, qint64 timeou
         }
         command += *line;
     }
+    command += "-echo3\n" + StatusMarker + "${status}}\n";
     command += "-execute" + QByteArray::number(commandNumber) + '\n';
     process.write(command);
 
@@ -91,11 +94,14 @@ ProcessRun StayOpenExifTool::Execute(const QStringList &arguments, qint64 timeou
         KeepEventsFlowing();
     }
     run.output.truncate(run.output.indexOf(ready));
-    for (const QByteArray &line : run.output.split('\n')) {
-        if (line.startsWith("Warning") || line.startsWith("Error"))
-            run.errors += line + '\n';
+    const qsizetype status = run.output.lastIndexOf(StatusMarker);
+    if (status < 0) {
+        run.message = QStringLiteral("ExifTool did not report how the command went");
+        return run;
     }
+    const qsizetype statusEnd = run.output.indexOf('}', status);
+    run.exitCode = run.output.mid(status + StatusMarker.size(), statusEnd - status - StatusMarker.size()).toInt();
+    run.output.truncate(status);
     run.finished = true;
-    run.exitCode = run.output.contains("Error") ? 1 : 0;
     return run;
 }

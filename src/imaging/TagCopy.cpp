@@ -1,5 +1,6 @@
 #include "TagCopy.h"
 
+#include "ExifSegment.h"
 #include "Exiv2Support.h"
 #include "ImagingLibrary.h"
 #include "Picture.h"
@@ -32,7 +33,15 @@ void RemakePreview(Exiv2::ExifData &exif, const Picture &edited)
 // parsed properties, which are serialised again.
 void CopyXmp(Exiv2::Image &source, Exiv2::Image &target)
 {
-    const std::string packet = source.xmpPacket();
+    std::string packet = source.xmpPacket();
+    // A TIFF keeps its packet in a tag of its own; taken from there, it goes over as written
+    // rather than serialised again from the properties the toolkit understood.
+    const auto tiffPacket = source.exifData().findKey(Exiv2::ExifKey("Exif.Image.XMLPacket"));
+    if (packet.empty() && tiffPacket != source.exifData().end()) {
+        const Exiv2::DataBuf bytes(tiffPacket->size());
+        tiffPacket->copy(bytes.pData_, Exiv2::invalidByteOrder);
+        packet.assign(reinterpret_cast<const char *>(bytes.pData_), static_cast<std::size_t>(bytes.size_));
+    }
     if (!packet.empty()) {
         target.setXmpPacket(packet);
         target.writeXmpFromPacket(true);
@@ -42,10 +51,39 @@ void CopyXmp(Exiv2::Image &source, Exiv2::Image &target)
     }
 }
 
+bool IsJpeg(const QByteArray &bytes)
+{
+    return bytes.startsWith("\xFF\xD8");
+}
+
+// The preview made again from the edited picture, at a quality low enough to fit the room the
+// camera left for it; the old one stays when none fits.
+void RemakePreviewInPlace(QByteArray &segment, const Picture &edited)
+{
+    if (ExifPreviewOf(segment).isEmpty())
+        return;
+    const Picture small = edited.ResizedToFit(PreviewBox, PreviewBox);
+    for (const int quality : {GoodJpegQuality, 50, 25}) {
+        if (SetExifPreview(segment, small.Encode(ImageFormat::Jpeg, quality)))
+            return;
+    }
+}
+
 } // namespace
 
 Result CopyTags(const QByteArray &original, QByteArray &encoded, const Picture &edited)
 {
+    if (IsJpeg(original) && IsJpeg(encoded)) {
+        // A JPEG's segments go over as bytes (see ExifSegment.h): nothing a tag library could
+        // fail to understand is written again.
+        QByteArray exifSegment = ExifSegmentOf(original);
+        if (!exifSegment.isEmpty()) {
+            SetExifPixelSize(exifSegment, QSize(edited.Width(), edited.Height()));
+            RemakePreviewInPlace(exifSegment, edited);
+        }
+        encoded = WithSegmentsOf(original, encoded, exifSegment);
+        return Result::Success();
+    }
     InitialiseTagLibrary();
     try {
         const auto source = OpenExiv2Image(original);
@@ -77,6 +115,8 @@ Result CopyTags(const QByteArray &original, QByteArray &encoded, const Picture &
         encoded = WrittenBytes(*target);
         return Result::Success();
     } catch (const std::exception &error) {
-        return Result::Failure(QStringLiteral("the photo's tags could not be carried over: %1").arg(QString::fromUtf8(error.what())));
+        const QString why = QString::fromUtf8(error.what()).trimmed();
+        return Result::Failure(QStringLiteral("the photo's tags could not be carried over: %1")
+                                   .arg(why.isEmpty() ? QStringLiteral("the tag library refused them") : why));
     }
 }

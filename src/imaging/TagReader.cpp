@@ -4,6 +4,7 @@
 #include "FlashText.h"
 #include "ImagingLibrary.h"
 #include "JpegHeader.h"
+#include "TagTable.h"
 #include "Windows1252.h"
 
 #include <QBuffer>
@@ -15,49 +16,12 @@
 struct TagReader::Tags {
     Exiv2::ExifData exif;
     Exiv2::IptcData iptc;
+    Exiv2::XmpData xmp;
     int width = 0;
     int height = 0;
 };
 
 namespace {
-
-// How a tag's value becomes text.
-enum class Rendering {
-    Readable,     // the library's own print form
-    Stored,       // the value as stored, such as a reference letter "N"
-    FlashWords,   // the flash value in the EXIF standard's words
-    Sexagesimal,  // three rationals as "degrees:minutes:seconds"
-    TextList,     // every entry of a repeatable IPTC tag, joined with ","
-};
-
-struct TagName {
-    TagFamily family;
-    const char *name;
-    const char *key;
-    Rendering rendering;
-};
-
-constexpr std::array<TagName, 19> TagNames = {{
-    {TagFamily::Exif, "Make", "Exif.Image.Make", Rendering::Readable},
-    {TagFamily::Exif, "Model", "Exif.Image.Model", Rendering::Readable},
-    {TagFamily::Exif, "ImageDescription", "Exif.Image.ImageDescription", Rendering::Stored},
-    {TagFamily::Exif, "DateTimeOriginal", "Exif.Photo.DateTimeOriginal", Rendering::Readable},
-    {TagFamily::Exif, "ApertureValue", "Exif.Photo.ApertureValue", Rendering::Readable},
-    {TagFamily::Exif, "FNumber", "Exif.Photo.FNumber", Rendering::Readable},
-    {TagFamily::Exif, "FocalLength", "Exif.Photo.FocalLength", Rendering::Readable},
-    {TagFamily::Exif, "SubjectDistance", "Exif.Photo.SubjectDistance", Rendering::Readable},
-    {TagFamily::Exif, "ShutterSpeedValue", "Exif.Photo.ShutterSpeedValue", Rendering::Readable},
-    {TagFamily::Exif, "ExposureTime", "Exif.Photo.ExposureTime", Rendering::Readable},
-    {TagFamily::Exif, "Flash", "Exif.Photo.Flash", Rendering::FlashWords},
-    {TagFamily::Exif, "ISOSpeedRatings", "Exif.Photo.ISOSpeedRatings", Rendering::Readable},
-    {TagFamily::Exif, "CompressedBitsPerPixel", "Exif.Photo.CompressedBitsPerPixel", Rendering::Readable},
-    {TagFamily::Iptc, "Caption/Abstract", "Iptc.Application2.Caption", Rendering::Stored},
-    {TagFamily::Iptc, "Keywords", "Iptc.Application2.Keywords", Rendering::TextList},
-    {TagFamily::Gps, "GPSLatitudeRef", "Exif.GPSInfo.GPSLatitudeRef", Rendering::Stored},
-    {TagFamily::Gps, "GPSLatitude", "Exif.GPSInfo.GPSLatitude", Rendering::Sexagesimal},
-    {TagFamily::Gps, "GPSLongitudeRef", "Exif.GPSInfo.GPSLongitudeRef", Rendering::Stored},
-    {TagFamily::Gps, "GPSLongitude", "Exif.GPSInfo.GPSLongitude", Rendering::Sexagesimal},
-}};
 
 // Exiv2's own lookup builds the full key text of every entry it passes; comparing the tag
 // number and directory instead keeps reading a photo's tags free of that cost.
@@ -67,15 +31,6 @@ Exiv2::ExifData::const_iterator FindExif(const Exiv2::ExifData &exif, const char
     return std::find_if(exif.begin(), exif.end(), [&key](const Exiv2::Exifdatum &datum) {
         return datum.tag() == key.tag() && datum.ifdId() == key.ifdId();
     });
-}
-
-const TagName *FindTagName(TagFamily family, const QString &name)
-{
-    for (const TagName &tag : TagNames) {
-        if (tag.family == family && name == QLatin1String(tag.name))
-            return &tag;
-    }
-    return nullptr;
 }
 
 QString TextUpToNul(const std::string &bytes)
@@ -111,47 +66,93 @@ QString SexagesimalText(const Exiv2::Exifdatum &datum)
     return parts.join(u':');
 }
 
-QString ExifText(const Exiv2::ExifData &exif, const TagName &tag)
+QString ExifText(const Exiv2::ExifData &exif, const TagRow &tag)
 {
-    const auto datum = FindExif(exif, tag.key);
+    const auto datum = FindExif(exif, tag.exiv2Key);
     if (datum == exif.end() || datum->count() == 0)
         return {};
     switch (tag.rendering) {
-    case Rendering::Readable:
+    case TagRendering::Readable:
         return ExifString(datum->print(&exif));
-    case Rendering::Stored:
+    case TagRendering::Stored:
         return ExifString(datum->toString());
-    case Rendering::FlashWords:
+    case TagRendering::FlashWords:
         return FlashWording(datum->toLong(0));
-    case Rendering::Sexagesimal:
+    case TagRendering::Sexagesimal:
         return SexagesimalText(*datum);
-    case Rendering::TextList:
+    case TagRendering::Rational:
+        return datum->toRational(0).second == 0 ? QString() : NumberText(datum->toRational(0));
+    case TagRendering::TextList:
         break;
     }
     return {};
 }
 
-QString IptcText(const Exiv2::IptcData &iptc, const TagName &tag)
+QString IptcText(const Exiv2::IptcData &iptc, const TagRow &tag)
 {
-    const Exiv2::IptcKey key(tag.key);
+    const Exiv2::IptcKey key(tag.exiv2Key);
     QStringList entries;
     for (const Exiv2::Iptcdatum &datum : iptc) {
         if (datum.tag() == key.tag() && datum.record() == key.record())
             entries << TextUpToNul(datum.toString());
     }
-    if (tag.rendering != Rendering::TextList && !entries.isEmpty())
+    if (tag.rendering != TagRendering::TextList && !entries.isEmpty())
         return entries.first();
     return entries.join(u',');
 }
 
-std::shared_ptr<const TagReader::Tags> ReadTags(Exiv2::Image *image)
+// A language alternative gives its default language, else its first; a list gives its items.
+QString XmpText(const Exiv2::XmpData &xmp, const TagRow &tag)
+{
+    const auto datum = xmp.findKey(Exiv2::XmpKey(tag.exiv2Key));
+    if (datum == xmp.end() || datum->count() == 0)
+        return {};
+    if (const auto *alternatives = dynamic_cast<const Exiv2::LangAltValue *>(&datum->value())) {
+        const auto preferred = alternatives->value_.find("x-default");
+        const auto chosen = preferred != alternatives->value_.end() ? preferred : alternatives->value_.begin();
+        return chosen == alternatives->value_.end() ? QString() : QString::fromStdString(chosen->second);
+    }
+    QStringList items;
+    for (long i = 0; i < datum->count(); ++i)
+        items << QString::fromStdString(datum->toString(i));
+    return tag.rendering == TagRendering::TextList ? items.join(u',') : items.value(0);
+}
+
+bool HasIptc(const Exiv2::IptcData &iptc, const char *keyText)
+{
+    const Exiv2::IptcKey key(keyText);
+    return std::any_of(iptc.begin(), iptc.end(), [&key](const Exiv2::Iptcdatum &datum) {
+        return datum.tag() == key.tag() && datum.record() == key.record() && !datum.toString().empty();
+    });
+}
+
+// The XMP packet is only parsed when the IPTC record lacks a value XMP may hold: parsing it
+// costs more than reading all other tags of a photo.
+bool XmpNeeded(const Exiv2::IptcData &iptc)
+{
+    return !HasIptc(iptc, "Iptc.Application2.Caption") || !HasIptc(iptc, "Iptc.Application2.Keywords");
+}
+
+QString Reason(const std::exception &error)
+{
+    const QString why = QString::fromUtf8(error.what()).trimmed();
+    return why.isEmpty() ? QStringLiteral("the tags cannot be read") : why;
+}
+
+std::shared_ptr<const TagReader::Tags> ReadTags(Exiv2::Image *image, const QByteArray &xmpPacket, XmpParsing xmp)
 {
     auto tags = std::make_shared<TagReader::Tags>();
     if (image == nullptr)
-        return tags;
+        throw Exiv2::Error(Exiv2::kerFileContainsUnknownImageType);
     image->readMetadata();
     tags->exif = std::move(image->exifData());
     tags->iptc = std::move(image->iptcData());
+    tags->xmp = std::move(image->xmpData());
+    if (tags->xmp.empty() && !xmpPacket.isEmpty() && (xmp == XmpParsing::Always || XmpNeeded(tags->iptc))) {
+        // A damaged packet leaves the photo without XMP values, not without its other tags.
+        if (Exiv2::XmpParser::decode(tags->xmp, xmpPacket.toStdString()) != 0)
+            tags->xmp.clear();
+    }
     // The frame header is read with the tags, so the size costs no decoding.
     tags->width = image->pixelWidth();
     tags->height = image->pixelHeight();
@@ -160,21 +161,27 @@ std::shared_ptr<const TagReader::Tags> ReadTags(Exiv2::Image *image)
 
 } // namespace
 
-TagReader TagReader::FromFile(const QString &path)
+TagReader TagReader::FromFile(const QString &path, XmpParsing xmp)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray jpegHeader = ReadJpegHeaderWithoutXmp(file);
+    if (!file.open(QIODevice::ReadOnly)) {
+        TagReader unread;
+        unread.status = Result::Failure(QStringLiteral("%1: %2").arg(path, file.errorString()));
+        return unread;
+    }
+    QByteArray xmpPacket;
+    const QByteArray jpegHeader = ReadJpegHeaderWithoutXmp(file, &xmpPacket);
     if (!jpegHeader.isEmpty())
-        return FromExiv2(jpegHeader);
+        return FromExiv2(jpegHeader, xmpPacket, xmp);
     InitialiseTagLibrary();
     TagReader reader;
     try {
-        reader.tags = ReadTags(Exiv2::ImageFactory::open(QFile::encodeName(path).toStdString(), false).get());
-    } catch (...) {
-        // Exiv2 reports a damaged or unknown file by throwing; such a file simply has no tags.
+        reader.tags = ReadTags(Exiv2::ImageFactory::open(QFile::encodeName(path).toStdString(), false).get(), {}, xmp);
+    } catch (const std::exception &error) {
+        // Exiv2 reports a damaged or unknown file by throwing: the photo has no tags, and the
+        // caller learns why.
         reader.tags.reset();
+        reader.status = Result::Failure(Reason(error));
     }
     return reader;
 }
@@ -184,20 +191,27 @@ TagReader TagReader::FromMemory(const QByteArray &bytes)
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
-    const QByteArray jpegHeader = ReadJpegHeaderWithoutXmp(buffer);
-    return FromExiv2(jpegHeader.isEmpty() ? bytes : jpegHeader);
+    QByteArray xmpPacket;
+    const QByteArray jpegHeader = ReadJpegHeaderWithoutXmp(buffer, &xmpPacket);
+    return FromExiv2(jpegHeader.isEmpty() ? bytes : jpegHeader, xmpPacket, XmpParsing::WhenIptcLacks);
 }
 
-TagReader TagReader::FromExiv2(const QByteArray &bytes)
+TagReader TagReader::FromExiv2(const QByteArray &bytes, const QByteArray &xmpPacket, XmpParsing xmp)
 {
     InitialiseTagLibrary();
     TagReader reader;
     try {
-        reader.tags = ReadTags(OpenExiv2Image(bytes).get());
-    } catch (...) {
+        reader.tags = ReadTags(OpenExiv2Image(bytes).get(), xmpPacket, xmp);
+    } catch (const std::exception &error) {
         reader.tags.reset();
+        reader.status = Result::Failure(Reason(error));
     }
     return reader;
+}
+
+const Result &TagReader::Status() const
+{
+    return status;
 }
 
 int TagReader::PixelWidth() const
@@ -212,11 +226,20 @@ int TagReader::PixelHeight() const
 
 QString TagReader::Text(TagFamily family, const QString &name) const
 {
-    const TagName *tag = FindTagName(family, name);
+    const TagRow *tag = FindTagRow(family, name);
     if (!tags || !tag)
         return {};
     try {
-        return family == TagFamily::Iptc ? IptcText(tags->iptc, *tag) : ExifText(tags->exif, *tag);
+        switch (family) {
+        case TagFamily::Iptc:
+            return IptcText(tags->iptc, *tag);
+        case TagFamily::Xmp:
+            return XmpText(tags->xmp, *tag);
+        case TagFamily::Exif:
+        case TagFamily::Gps:
+            break;
+        }
+        return ExifText(tags->exif, *tag);
     } catch (...) {
         return {};
     }

@@ -1,5 +1,6 @@
 #include "TagRules.h"
 
+#include "LenientNumber.h"
 #include "WallClock.h"
 
 #include <QStringList>
@@ -39,9 +40,8 @@ QString SignedDegreesText(const GpsCoordinateTags &coordinate, GpsAxis axis)
     const QStringList parts = coordinate.sexagesimal.split(u':');
     if (parts.size() != 3)
         return {};
-    // A part that is not a number counts as 0, as a lenient numeric conversion would read it.
-    const double value = parts[0].trimmed().toDouble() + parts[1].trimmed().toDouble() / 60.0
-        + parts[2].trimmed().toDouble() / 3600.0;
+    // A part that is not a number counts as 0.
+    const double value = LenientNumber(parts[0]) + LenientNumber(parts[1]) / 60.0 + LenientNumber(parts[2]) / 3600.0;
     const QLatin1String positive(axis == GpsAxis::Latitude ? "N" : "E");
     const double signedValue = coordinate.reference == positive ? value : -value;
     // 0.0 and -0.0 are the same place; only one of them is printed.

@@ -17,9 +17,8 @@ vips::VOption *BoxOptions()
     return VImage::option()->set("height", ThumbnailBox)->set("size", VIPS_SIZE_DOWN);
 }
 
-// libvips would read many more formats than the program's (PDF, SVG, HEIF, text matrices ...)
-// from a misnamed file; only the decoders of the program's formats are let near a photo, and
-// ImageMagick only for the formats it stands in for.
+} // namespace
+
 void RefuseOtherDecoders(const QString &photoPath)
 {
     const char *loader = vips_foreign_find_load(QFile::encodeName(photoPath).constData());
@@ -35,6 +34,8 @@ void RefuseOtherDecoders(const QString &photoPath)
         return;
     throw VError("not a picture of a format the program reads");
 }
+
+namespace {
 
 Picture FromPhoto(const QString &photoPath)
 {
@@ -76,7 +77,7 @@ Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath, Thu
     } catch (const VError &error) {
         const QString reason = QString::fromUtf8(error.what()).trimmed();
         vips_error_clear();
-        return Result::Failure(QStringLiteral("%1: %2").arg(photoPath, reason));
+        return Result::Failure(QStringLiteral("%1: %2").arg(photoPath, reason.isEmpty() ? QStringLiteral("the photo cannot be decoded") : reason));
     }
     return thumbnail.SaveJpeg(thumbnailPath, GoodJpegQuality);
 }

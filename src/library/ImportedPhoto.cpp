@@ -1,7 +1,5 @@
 #include "ImportedPhoto.h"
 
-#include "TagReader.h"
-
 #include <QFile>
 #include <QFileInfo>
 
@@ -48,19 +46,16 @@ ImportedPhoto PlaceAndReadPhoto(const QString &source, const QString &destinatio
     photo.placed = Place(source, destination, how);
     if (!photo.placed)
         return photo;
-    // A photo without a thumbnail still gets its record, with a warning that says why.
-    if (const Result thumbnail = MakeThumbnail(destination, thumbnailPath, thumbnailSource); !thumbnail) {
-        photo.warning = QStringLiteral("imported, but no thumbnail could be made: ")
-            + (thumbnail.message.isEmpty() ? QStringLiteral("the picture could not be decoded") : thumbnail.message);
-    }
-    photo.facts = ReadPhotoFileFacts(destination);
-    const QFileInfo file(destination);
-    const QDateTime born = file.birthTime();
-    photo.created = RecordDateTimeText(born.isValid() ? born : file.lastModified());
-    const TagReader tags = TagReader::FromFile(destination);
-    photo.tags.LoadExifTags(tags);
-    photo.facts.width = tags.PixelWidth();
-    photo.facts.height = tags.PixelHeight();
-    photo.compressedBitsPerPixel = tags.Text(TagFamily::Exif, QStringLiteral("CompressedBitsPerPixel"));
+    // A photo without a thumbnail, tags or size still gets its record, with a warning that says why.
+    static_cast<PhotoReading &>(photo) = ReadPhoto(destination, thumbnailPath, thumbnailSource);
+    QStringList unread;
+    if (!photo.thumbnail)
+        unread << QStringLiteral("no thumbnail could be made: ") + photo.thumbnail.message;
+    if (!photo.tagsRead)
+        unread << QStringLiteral("its tags could not be read: ") + photo.tagsRead.message;
+    if (!photo.pixelSize)
+        unread << QStringLiteral("its size in pixels is unknown: ") + photo.pixelSize.message;
+    if (!unread.isEmpty())
+        photo.warning = QStringLiteral("imported, but ") + unread.join(QStringLiteral("; "));
     return photo;
 }

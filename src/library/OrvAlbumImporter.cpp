@@ -252,21 +252,12 @@ void OrvAlbumImporter::FillRecord(int index, const Job &job, const PhotoInfo &in
     const std::pair<const QString &, QString> values[] = {
         {File, job.name}, {Size, QString::number(photo.facts.size)}, {Modified, photo.facts.modified},
         {Created, photo.created}, {Archived, archived}, {Width, QString::number(photo.facts.width)},
-        {Height, QString::number(photo.facts.height)}, {CameraMaker, tags.cameraMaker}, {CameraModel, tags.cameraModel},
-        {CaptureDate, tags.dateTaken.isEmpty() ? photo.facts.modified : tags.dateTaken}, {Aperture, tags.aperture},
-        {FocalLength, tags.focalLength}, {FocusDistance, tags.subjectDistance}, {ShutterSpeed, tags.shutterSpeed},
-        {Flash, tags.flash}, {ISOSpeed, tags.isoSpeed}, {CPU, photo.compressedBitsPerPixel},
+        {Height, QString::number(photo.facts.height)},
     };
     for (const auto &[key, value] : values)
         list.SetItemProperty(key, value, index);
-    if (!tags.longitude.isEmpty())
-        list.SetItemProperty(Longitude, tags.longitude, index);
-    if (!tags.latitude.isEmpty())
-        list.SetItemProperty(Latitude, tags.latitude, index);
-    if (!tags.caption.isEmpty())
-        list.SetItemProperty(Description, tags.caption, index);
-    if (!tags.keywords.isEmpty())
-        list.SetItemProperty(Keywords, tags.keywords, index);
+    for (const auto &[key, value] : tags.RecordValues())
+        list.SetItemProperty(key, key == CaptureDate && value.isEmpty() ? photo.facts.modified : value, index);
     for (auto it = info.begin(); it != info.end(); ++it) {
         if (!it.value().isEmpty())
             list.SetItemProperty(it.key(), it.value(), index);

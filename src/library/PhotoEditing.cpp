@@ -2,6 +2,7 @@
 
 #include "AlbumDocument.h"
 #include "Language.h"
+#include "LenientNumber.h"
 #include "MetadataWriter.h"
 #include "PhotoRecord.h"
 #include "ProgressSink.h"
@@ -103,9 +104,9 @@ int WriteMetadataOfPhotos(AlbumDocument &document, const QList<int> &indices, Pr
         PhotoMetadata values;
         values.description = document.Record(PhotoRecord::Description, index);
         values.keywords = document.Record(PhotoRecord::Keywords, index);
-        values.longitude = document.Record(PhotoRecord::Longitude, index).toDouble();
-        values.latitude = document.Record(PhotoRecord::Latitude, index).toDouble();
-        values.elevation = document.Record(PhotoRecord::Elevation, index).toDouble();
+        values.longitude = LenientNumber(document.Record(PhotoRecord::Longitude, index));
+        values.latitude = LenientNumber(document.Record(PhotoRecord::Latitude, index));
+        values.elevation = LenientNumber(document.Record(PhotoRecord::Elevation, index));
         jobs << MetadataWriteJob{photo, values};
         jobIndices << index;
     }

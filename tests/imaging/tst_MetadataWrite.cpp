@@ -31,6 +31,7 @@ namespace {
 
 const QStringList WrittenTags = {
     QStringLiteral("IPTC:Caption-Abstract"), QStringLiteral("IFD0:ImageDescription"), QStringLiteral("IPTC:Keywords"),
+    QStringLiteral("XMP-dc:Description"), QStringLiteral("XMP-dc:Subject"),
     QStringLiteral("GPS:GPSLatitudeRef"), QStringLiteral("GPS:GPSLatitude"), QStringLiteral("GPS:GPSLongitudeRef"),
     QStringLiteral("GPS:GPSLongitude"), QStringLiteral("GPS:GPSAltitudeRef"), QStringLiteral("GPS:GPSAltitude"),
     QStringLiteral("GPS:GPSMapDatum"), QStringLiteral("GPS:GPSMeasureMode")};
@@ -59,22 +60,24 @@ void MetadataWrite::writesWhatWasTyped_data()
     QTest::addColumn<QJsonObject>("expected");  // ExifTool's reading with -n, beyond SourceFile
 
     const QString quote = QStringLiteral("Lake \"Blue\"");
-    QTest::newRow("quotes, keywords and a position west and below sea level")
-        << "exiv2-empty.jpg" << PhotoMetadata{quote, "lake;;summer;", -122.5, 37.75, -3.26}
-        << QJsonObject{{"IPTC:Caption-Abstract", quote}, {"IFD0:ImageDescription", quote},
-                       {"IPTC:Keywords", QJsonArray{"lake", "summer"}}, {"GPS:GPSLatitudeRef", "N"},
+    // ExifTool warns about this photo, naming its path, which holds the word "Errors".
+    QTest::newRow("quotes, keywords and a position west and below sea level, with a warning")
+        << "exiv2-issue_1918_poc2.jpg" << PhotoMetadata{quote, "lake;;summer;", -122.5, 37.75, -3.26}
+        << QJsonObject{{"IPTC:Caption-Abstract", quote}, {"IFD0:ImageDescription", quote}, {"XMP-dc:Description", quote},
+                       {"IPTC:Keywords", QJsonArray{"lake", "summer"}}, {"XMP-dc:Subject", QJsonArray{"lake", "summer"}},
+                       {"GPS:GPSLatitudeRef", "N"},
                        {"GPS:GPSLatitude", 37.75}, {"GPS:GPSLongitudeRef", "W"}, {"GPS:GPSLongitude", 122.5},
                        {"GPS:GPSAltitudeRef", 1}, {"GPS:GPSAltitude", 3.3}, {"GPS:GPSMapDatum", "WGS-84"},
                        {"GPS:GPSMeasureMode", 2}};
     const QString lines = QStringLiteral("  two lines,\n mail me@home for $5 \\o/  ");
     QTest::newRow("line breaks, blanks, backslash, $ and @ exactly")
         << "exiv2-empty.jpg" << PhotoMetadata{lines, "", 0, 0, 0}
-        << QJsonObject{{"IPTC:Caption-Abstract", lines}, {"IFD0:ImageDescription", lines}};
+        << QJsonObject{{"IPTC:Caption-Abstract", lines}, {"IFD0:ImageDescription", lines}, {"XMP-dc:Description", lines}};
     const QString chinese = QString::fromUtf8("\xE8\xA5\xBF\xE6\xB9\x96 caf\xC3\xA9");
     QTest::newRow("Chinese caption and keywords replace the old ones")
         << "exiv2-smiley1.jpg" << PhotoMetadata{chinese, QString::fromUtf8("\xE6\xB9\x96;"), 0, 0, 0}
-        << QJsonObject{{"IPTC:Caption-Abstract", chinese}, {"IFD0:ImageDescription", chinese},
-                       {"IPTC:Keywords", QString::fromUtf8("\xE6\xB9\x96")}};
+        << QJsonObject{{"IPTC:Caption-Abstract", chinese}, {"IFD0:ImageDescription", chinese}, {"XMP-dc:Description", chinese},
+                       {"IPTC:Keywords", QString::fromUtf8("\xE6\xB9\x96")}, {"XMP-dc:Subject", QString::fromUtf8("\xE6\xB9\x96")}};
     QTest::newRow("position only, on the meridian, over an old position")
         << "exiftool-GPS.jpg" << PhotoMetadata{"", "", 0, 5, 12.25}
         << QJsonObject{{"IPTC:Caption-Abstract", "Communications"}, {"IFD0:ImageDescription", "Communications"},
@@ -89,8 +92,8 @@ void MetadataWrite::writesWhatWasTyped()
     QFETCH(QString, photo);
     QFETCH(PhotoMetadata, values);
     QFETCH(QJsonObject, expected);
-    QTemporaryDir single;
-    QTemporaryDir batch;
+    QTemporaryDir single(QDir::tempPath() + QStringLiteral("/Errors 2024-XXXXXX"));
+    QTemporaryDir batch(QDir::tempPath() + QStringLiteral("/Errors 2024-XXXXXX"));
     const QString alone = CopyOfCorpusPhoto(photo, single.path());
     const QString inBatch = CopyOfCorpusPhoto(photo, batch.path());
     const QString neighbour = CopyOfCorpusPhoto(QStringLiteral("exiv2-bug528.jpg"), batch.path());

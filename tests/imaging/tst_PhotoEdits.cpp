@@ -4,6 +4,7 @@
 #include "Thumbnail.h"
 
 #include <QFileInfo>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 #include <functional>
@@ -15,7 +16,10 @@ class PhotoEdits : public QObject {
 private slots:
     void editsKeepTags_data();
     void editsKeepTags();
-    void fourRightTurnsGiveBackThePhoto();
+    void turnsNeverReEncode_data();
+    void turnsNeverReEncode();
+    void editsThatWouldLoseRefuse_data();
+    void editsThatWouldLoseRefuse();
     void thumbnails_data();
     void thumbnails();
     void effectsOnPixels();
@@ -26,7 +30,7 @@ namespace {
 
 using FileEdit = std::function<EditOutcome(const QString &photo, const QString &thumbnail)>;
 
-const QStringList KeptTags = {QStringLiteral("IPTC:all"), QStringLiteral("GPS:all"), QStringLiteral("XMP:all"),
+const QStringList KeptTags = {QStringLiteral("IPTC:all"), QStringLiteral("GPS:all"), QStringLiteral("XMP:all"), QStringLiteral("MakerNotes:all"),
                               QStringLiteral("IFD0:Make"), QStringLiteral("IFD0:Model"),
                               QStringLiteral("ExifIFD:DateTimeOriginal"), QStringLiteral("ExifIFD:FNumber")};
 
@@ -37,19 +41,19 @@ QJsonObject KeptTagsOf(const QString &path)
     return tags;
 }
 
-// The application and comment segments, less the EXIF block that follows the turn.
-QList<QByteArray> MarkersOutsideExif(const QByteArray &jpeg)
+QString ExifToolText(const QString &path, const QString &tag)
 {
-    QList<QByteArray> segments;
-    for (qsizetype at = 2; at + 4 <= jpeg.size() && uchar(jpeg[at]) == 0xFF && uchar(jpeg[at + 1]) != 0xDA;) {
-        const uchar marker = uchar(jpeg[at + 1]);
-        const qsizetype length = (uchar(jpeg[at + 2]) << 8 | uchar(jpeg[at + 3])) + 2;
-        const bool exif = marker == 0xE1 && jpeg.mid(at + 4, 4) == "Exif";
-        if (((marker >= 0xE0 && marker <= 0xEF) || marker == 0xFE) && !exif)
-            segments << jpeg.mid(at, length);
-        at += length;
-    }
-    return segments;
+    return ReadWithExifTool(path, {tag}, true).value(tag).toVariant().toString();
+}
+
+// A picture made by the real libvips tool, from a corpus photo.
+QString MadeWithVips(const QString &folder, const QString &name, const QString &how)
+{
+    const QString joined = folder + QStringLiteral("/joined.v");
+    const QString photo = CorpusPath(QStringLiteral("photos/exiv2-ReaganSmallPng.png"));
+    QProcess::execute(QStringLiteral("vips"), {"arrayjoin", photo + u' ' + photo, joined, "--across", "1"});
+    QProcess::execute(QStringLiteral("vips"), {"copy", joined, folder + u'/' + name + how});
+    return folder + u'/' + name;
 }
 
 // The first entry of the first quantisation table: 8 for the IJG tables at quality 75.
@@ -75,8 +79,8 @@ void PhotoEdits::editsKeepTags_data()
     const QString tagged = QStringLiteral("drewnoakes-FujiFilm_FinePixS1Pro_2.jpg");  // EXIF, GPS, IPTC, XMP; 600x400
     QTest::newRow("rotate right, lossless") << "exif-samples-DSCN0010.jpg"
         << FileEdit([](const QString &p, const QString &t) { return RotatePhotoFile(p, Turn::Right, t); }) << QSize(480, 640);
-    QTest::newRow("rotate left, re-encoded") << tagged
-        << FileEdit([](const QString &p, const QString &t) { return RotatePhotoFile(p, Turn::Left, t); }) << QSize(400, 600);
+    QTest::newRow("maker notes with offsets of their own, sepia") << "drewnoakes-Sony_DSC-HX5V_2.jpg"
+        << FileEdit([](const QString &p, const QString &t) { return ApplyEffectToPhotoFile(p, PhotoEffect::Sepia, t); }) << QSize(730, 547);
     QTest::newRow("black and white") << tagged
         << FileEdit([](const QString &p, const QString &t) { return ApplyEffectToPhotoFile(p, PhotoEffect::BlackAndWhite, t); }) << QSize(600, 400);
     QTest::newRow("sepia") << tagged
@@ -87,6 +91,8 @@ void PhotoEdits::editsKeepTags_data()
         << FileEdit([](const QString &p, const QString &t) { return AdjustPhotoFile(p, BuildColourTables({130, 160, 150, 140}), t); }) << QSize(600, 400);
     QTest::newRow("crop") << tagged
         << FileEdit([](const QString &p, const QString &t) { return CropPhotoFile(p, {10, 20, 310, 220}, t); }) << QSize(300, 200);
+    QTest::newRow("16-bit grey TIFF, rotate right") << "drewnoakes-Issue_555_1.tif"
+        << FileEdit([](const QString &p, const QString &t) { return RotatePhotoFile(p, Turn::Right, t); }) << QSize(1300, 1600);
     QTest::newRow("TIFF, sepia") << "exiv2-Reagan.tiff"
         << FileEdit([](const QString &p, const QString &t) { return ApplyEffectToPhotoFile(p, PhotoEffect::Sepia, t); }) << QSize(200, 130);
     QTest::newRow("PNG, rotate right") << "exiv2-ReaganSmallPng.png"
@@ -102,11 +108,15 @@ void PhotoEdits::editsKeepTags()
     const QString path = CopyOfCorpusPhoto(photo, folder.path());
     const QString thumbnail = folder.filePath(QStringLiteral("thumbnail.jpg"));
     const QJsonObject before = KeptTagsOf(path);
+    const QStringList coding = {QStringLiteral("File:BitsPerSample"), QStringLiteral("IFD0:BitsPerSample"), QStringLiteral("IFD0:Compression")};
+    const QJsonObject codingBefore = ReadWithExifTool(path, coding);
     const QByteArray pixelsBefore = Picture::Load(path).RgbPixels();
 
     const EditOutcome outcome = edit(path, thumbnail);
     QVERIFY2(outcome.result.ok, qPrintable(outcome.result.message));
+    QVERIFY2(outcome.thumbnail.ok, qPrintable(outcome.thumbnail.message));
     QCOMPARE(KeptTagsOf(path), before);
+    QCOMPARE(ReadWithExifTool(path, coding), codingBefore);
     const Picture edited = Picture::Load(path);
     QCOMPARE(QSize(edited.Width(), edited.Height()), size);
     QVERIFY(edited.RgbPixels() != pixelsBefore);
@@ -116,22 +126,67 @@ void PhotoEdits::editsKeepTags()
     QCOMPARE(std::max(remade.Width(), remade.Height()), std::min(ThumbnailBox, std::max(size.width(), size.height())));
 }
 
-void PhotoEdits::fourRightTurnsGiveBackThePhoto()
+void PhotoEdits::turnsNeverReEncode_data()
 {
+    QTest::addColumn<QString>("photo");
+    QTest::addColumn<QString>("afterOneTurn");  // ExifTool's reading that shows the turn
+    QTest::addColumn<QString>("turned");
+    QTest::newRow("whole blocks: the blocks move") << "exif-samples-DSCN0010.jpg" << "ExifIFD:ExifImageHeight" << "640";
+    QTest::newRow("partial blocks: the orientation tag turns") << "drewnoakes-FujiFilm_FinePixS1Pro_2.jpg" << "IFD0:Orientation" << "8";
+}
+
+void PhotoEdits::turnsNeverReEncode()
+{
+    QFETCH(QString, photo);
+    QFETCH(QString, afterOneTurn);
+    QFETCH(QString, turned);
     QTemporaryDir folder;
-    const QString path = CopyOfCorpusPhoto(QStringLiteral("exif-samples-DSCN0010.jpg"), folder.path());
+    const QString path = CopyOfCorpusPhoto(photo, folder.path());
     const QByteArray original = ReadAll(path);
-    const int exifWidth = ReadWithExifTool(path, {QStringLiteral("ExifIFD:ExifImageWidth")}).value(QStringLiteral("ExifIFD:ExifImageWidth")).toInt();
+    const QJsonObject tagsBefore = KeptTagsOf(path);
 
-    QVERIFY(RotatePhotoFile(path, Turn::Right).result.ok);
-    QCOMPARE(ReadWithExifTool(path, {QStringLiteral("ExifIFD:ExifImageHeight")}).value(QStringLiteral("ExifIFD:ExifImageHeight")).toInt(), exifWidth);
+    // A thumbnail that cannot be written does not undo the turn the file took.
+    const EditOutcome first = RotatePhotoFile(path, Turn::Left, folder.filePath(QStringLiteral("missing/t.jpg")));
+    QVERIFY2(first.result.ok, qPrintable(first.result.message));
+    QVERIFY(!first.thumbnail.ok && !first.thumbnail.message.isEmpty());
+    QCOMPARE(ExifToolText(path, afterOneTurn), turned);
+    const Picture before = Picture::LoadFromMemory(original, ImageFormat::Jpeg);
+    QCOMPARE(QSize(first.facts.width, first.facts.height), QSize(before.Height(), before.Width()));
     for (int turn = 2; turn <= 4; ++turn)
-        QVERIFY(RotatePhotoFile(path, Turn::Right).result.ok);
+        QVERIFY(RotatePhotoFile(path, Turn::Left).result.ok);
+    // Four re-encodings could never give back every pixel.
+    QCOMPARE(Picture::Load(path).RgbPixels(), before.RgbPixels());
+    QCOMPARE(KeptTagsOf(path), tagsBefore);
+}
 
-    const QByteArray turned = ReadAll(path);
-    QCOMPARE(Picture::LoadFromMemory(turned, ImageFormat::Jpeg).RgbPixels(), Picture::LoadFromMemory(original, ImageFormat::Jpeg).RgbPixels());
-    QCOMPARE(MarkersOutsideExif(turned), MarkersOutsideExif(original));
-    QCOMPARE(KeptTagsOf(path).value(QStringLiteral("GPS:GPSLatitude")), ReadWithExifTool(CorpusPath(QStringLiteral("photos/exif-samples-DSCN0010.jpg")), KeptTags).value(QStringLiteral("GPS:GPSLatitude")));
+// The file stays byte for byte as it was, and the reason is given.
+void PhotoEdits::editsThatWouldLoseRefuse_data()
+{
+    QTest::addColumn<QString>("made");      // a corpus photo's name, or how the vips tool makes one
+    QTest::addColumn<FileEdit>("edit");
+    QTest::addColumn<QString>("reason");
+    const FileEdit sepia = [](const QString &p, const QString &t) { return ApplyEffectToPhotoFile(p, PhotoEffect::Sepia, t); };
+    const FileEdit right = [](const QString &p, const QString &t) { return RotatePhotoFile(p, Turn::Right, t); };
+    QTest::newRow("16-bit grey TIFF, sepia") << "drewnoakes-Issue_555_1.tif" << sepia << "more than 8 bits";
+    QTest::newRow("two-page TIFF, rotate") << "pages.tif[page-height=130,compression=lzw]" << right << "2 pages";
+    QTest::newRow("two-frame GIF, sepia") << "frames.gif[page-height=130]" << sepia << "2 pages or frames";
+}
+
+void PhotoEdits::editsThatWouldLoseRefuse()
+{
+    QFETCH(QString, made);
+    QFETCH(FileEdit, edit);
+    QFETCH(QString, reason);
+    QTemporaryDir folder;
+    const qsizetype options = made.indexOf(u'[');
+    const QString path = options < 0 ? CopyOfCorpusPhoto(made, folder.path())
+                                     : MadeWithVips(folder.path(), made.left(options), made.mid(options));
+    const QByteArray before = ReadAll(path);
+    QVERIFY(!before.isEmpty());
+    const EditOutcome outcome = edit(path, folder.filePath(QStringLiteral("t.jpg")));
+    QVERIFY(!outcome.result.ok);
+    QVERIFY2(outcome.result.message.contains(reason), qPrintable(outcome.result.message));
+    QCOMPARE(ReadAll(path), before);
 }
 
 void PhotoEdits::thumbnails_data()

@@ -1,0 +1,15 @@
+#include "HelperProgram.h"
+
+#include "Paths.h"
+
+#include <QFileInfo>
+#include <QStandardPaths>
+
+QString HelperProgram(const QString &name)
+{
+    const QString shipped = ResourcesFolder() + u'/' + name;
+    if (QFileInfo(shipped).isExecutable())
+        return shipped;
+    const QString onPath = QStandardPaths::findExecutable(name);
+    return onPath.isEmpty() ? name : onPath;
+}
