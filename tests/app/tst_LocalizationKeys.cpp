@@ -109,6 +109,9 @@ QSet<KeyInSection> KeysUsedBySources()
                 continue;
             const int keyParameter = parameterIn(handed[0]);
             const int sectionParameter = parameterIn(handed[1]);
+            // Key and section both taken from one parameter (a command line's words): no wrapper.
+            if (keyParameter == sectionParameter)
+                continue;
             const QString fixedSection = sectionParameter < 0 ? Literal(handed[1], text) : Literal(parameters[sectionParameter].section(u'=', 1), text);
             const QRegularExpression use(QStringLiteral(R"(\b%1\()").arg(m.captured(1)));
             const bool declared = std::any_of(sources.keyBegin(), sources.keyEnd(), [&](const QString &path) { return path.endsWith(u".h") && sources[path].contains(use); });
