@@ -23,7 +23,7 @@ using PhotoInfo = QMap<QString, QString>;
 // One file, one record: a file that already lies in the photo files folder is taken in place
 // only when no record names it (by PhotoRecord::MatchNames) and nothing earlier in the run took
 // it. A file there that has its record (the album's own photo, a folder that holds it, photos
-// copied and pasted into their own album) is imported as Part 2.4 says of every file: copied
+// copied and pasted into their own album) is imported as any other file is: copied
 // under a free name with a record of its own, so the album never holds two records for a file.
 class OrvAlbumImporter {
 public:
