@@ -1,4 +1,5 @@
 #include "EditSafety.h"
+#include "ErrorText.h"
 
 #include "Exiv2Support.h"
 #include "ImagingLibrary.h"
@@ -50,7 +51,7 @@ Result TiffCodingOf(const QByteArray &original, TiffCoding &coding)
                                             : VIPS_FOREIGN_TIFF_PREDICTOR_NONE;
         return Result::Success();
     } catch (const std::exception &error) {
-        return Result::Failure(QStringLiteral("the photo's TIFF coding cannot be read: %1").arg(QString::fromUtf8(error.what())));
+        return Result::Failure(QStringLiteral("the photo's TIFF coding cannot be read: %1").arg(ErrorText(error)));
     }
 }
 
@@ -61,7 +62,7 @@ Result Layout(const QByteArray &bytes, ImageFormat format, PictureLayout &layout
         return Result::Success();
     } catch (const VError &error) {
         vips_error_clear();
-        return Result::Failure(QStringLiteral("the photo cannot be decoded: %1").arg(QString::fromUtf8(error.what()).trimmed()));
+        return Result::Failure(QStringLiteral("the photo cannot be decoded: %1").arg(ErrorText(error)));
     }
 }
 

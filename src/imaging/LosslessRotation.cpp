@@ -1,4 +1,5 @@
 #include "LosslessRotation.h"
+#include "ErrorText.h"
 
 #include "ExifSegment.h"
 #include "Exiv2Support.h"
@@ -140,6 +141,6 @@ Result TurnJpegByOrientation(QByteArray &jpeg, Turn turn, int orientation, QSize
         jpeg = WrittenBytes(*image);
         return Result::Success();
     } catch (const std::exception &failure) {
-        return Result::Failure(QStringLiteral("the orientation tag cannot be written: %1").arg(QString::fromUtf8(failure.what())));
+        return Result::Failure(QStringLiteral("the orientation tag cannot be written: %1").arg(ErrorText(failure)));
     }
 }

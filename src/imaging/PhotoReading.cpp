@@ -20,6 +20,9 @@ PhotoReading ReadPhoto(const QString &photoPath, const QString &thumbnailPath, T
     QSize size(tags.PixelWidth(), tags.PixelHeight());
     if (size.width() <= 0 || size.height() <= 0)
         reading.pixelSize = ReadPictureSize(photoPath, size);
+    // A size nothing could read is recorded as 0 by 0, as the record's number form has it.
+    if (!reading.pixelSize)
+        size = QSize(0, 0);
     reading.facts.width = size.width();
     reading.facts.height = size.height();
     return reading;

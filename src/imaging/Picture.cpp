@@ -1,4 +1,5 @@
 #include "Picture.h"
+#include "ErrorText.h"
 
 #include "ImagingLibrary.h"
 #include "PictureData.h"
@@ -153,6 +154,7 @@ Picture Picture::LoadFromMemory(const QByteArray &bytes, ImageFormat format)
         // Decoding now makes a damaged file fail here, once, rather than in every later step.
         return PictureData::Wrap(image.copy_memory());
     } catch (const VError &) {
+        vips_error_clear(); // a later failure must not report this one too
         vips_error_clear();
         return {};
     }
@@ -192,6 +194,7 @@ QByteArray Picture::RgbPixels() const
         g_free(pixels);
         return copy;
     } catch (const VError &) {
+        vips_error_clear(); // a later failure must not report this one too
         vips_error_clear();
         return {};
     }
@@ -207,6 +210,7 @@ Picture Picture::ResizedToFit(int maxWidth, int maxHeight) const
         return PictureData::Wrap(data->image.thumbnail_image(
             maxWidth, VImage::option()->set("height", maxHeight)->set("no_rotate", true)->set("size", VIPS_SIZE_DOWN)));
     } catch (const VError &) {
+        vips_error_clear(); // a later failure must not report this one too
         vips_error_clear();
         return {};
     }
@@ -220,6 +224,7 @@ Picture Picture::Rotated(Turn turn) const
     try {
         return PictureData::Wrap(data->image.rot(angle));
     } catch (const VError &) {
+        vips_error_clear(); // a later failure must not report this one too
         vips_error_clear();
         return {};
     }
@@ -238,6 +243,7 @@ Picture Picture::Copied(const CropRectangle &rectangle) const
     try {
         return PictureData::Wrap(data->image.extract_area(left, top, right - left, bottom - top));
     } catch (const VError &) {
+        vips_error_clear(); // a later failure must not report this one too
         vips_error_clear();
         return {};
     }
@@ -253,6 +259,7 @@ QByteArray Picture::Encode(ImageFormat format, int jpegQuality, EmbeddedTags tag
             image = AsEightBit(image);
         return TakeBlob(EncodeBlob(image, format, jpegQuality, tags));
     } catch (const VError &) {
+        vips_error_clear(); // a later failure must not report this one too
         vips_error_clear();
         return {};
     }
@@ -281,7 +288,7 @@ Result ReadPictureSize(const QString &path, QSize &size)
         size = {header.width(), header.height()};
         return Result::Success();
     } catch (const VError &error) {
-        const QString reason = QString::fromUtf8(error.what()).trimmed();
+        const QString reason = ErrorText(error);
         vips_error_clear();
         return Result::Failure(QStringLiteral("%1: %2").arg(path, reason.isEmpty() ? QStringLiteral("the picture's size cannot be read") : reason));
     }
@@ -311,6 +318,7 @@ QByteArray EncodeTiff(const Picture &picture, VipsForeignTiffCompression compres
                                                    ->set("predictor", predictor)
                                                    ->set("strip", tags == EmbeddedTags::Dropped)));
     } catch (const VError &) {
+        vips_error_clear(); // a later failure must not report this one too
         vips_error_clear();
         return {};
     }

@@ -31,6 +31,7 @@ Picture ApplyToColour(const Picture &picture, const std::function<VImage(const V
             result = result.bandjoin(rgba.extract_band(3));
         return PictureData::Wrap(result.copy(VImage::option()->set("interpretation", VIPS_INTERPRETATION_sRGB)));
     } catch (const VError &) {
+        vips_error_clear(); // a later failure must not report this one too
         vips_error_clear();
         return {};
     }
@@ -154,6 +155,7 @@ Picture Picture::WithWatermark(const Picture &mark, WatermarkPlaces places) cons
             result = result.extract_band(0, VImage::option()->set("n", 3));
         return PictureData::Wrap(result.copy(VImage::option()->set("interpretation", VIPS_INTERPRETATION_sRGB)));
     } catch (const VError &) {
+        vips_error_clear(); // a later failure must not report this one too
         vips_error_clear();
         return {};
     }

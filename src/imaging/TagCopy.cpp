@@ -1,4 +1,5 @@
 #include "TagCopy.h"
+#include "ErrorText.h"
 
 #include "ExifSegment.h"
 #include "Exiv2Support.h"
@@ -115,7 +116,7 @@ Result CopyTags(const QByteArray &original, QByteArray &encoded, const Picture &
         encoded = WrittenBytes(*target);
         return Result::Success();
     } catch (const std::exception &error) {
-        const QString why = QString::fromUtf8(error.what()).trimmed();
+        const QString why = ErrorText(error);
         return Result::Failure(QStringLiteral("the photo's tags could not be carried over: %1")
                                    .arg(why.isEmpty() ? QStringLiteral("the tag library refused them") : why));
     }

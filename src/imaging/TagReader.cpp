@@ -1,4 +1,5 @@
 #include "TagReader.h"
+#include "ErrorText.h"
 
 #include "Exiv2Support.h"
 #include "FlashText.h"
@@ -135,7 +136,7 @@ bool XmpNeeded(const Exiv2::IptcData &iptc)
 
 QString Reason(const std::exception &error)
 {
-    const QString why = QString::fromUtf8(error.what()).trimmed();
+    const QString why = ErrorText(error);
     return why.isEmpty() ? QStringLiteral("the tags cannot be read") : why;
 }
 

@@ -1,4 +1,5 @@
 #include "Thumbnail.h"
+#include "ErrorText.h"
 
 #include "ImagingLibrary.h"
 #include "ParallelWork.h"
@@ -58,6 +59,7 @@ Picture FromEmbeddedPreview(const QString &photoPath)
         // Decoded here, so that a damaged preview falls back to the photo itself.
         return PictureData::Wrap(image.autorot().copy_memory());
     } catch (const VError &) {
+        vips_error_clear(); // a later failure must not report this one too
         vips_error_clear();
         return {};
     }
@@ -75,7 +77,7 @@ Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath, Thu
         if (thumbnail.IsNull())
             thumbnail = FromPhoto(photoPath);
     } catch (const VError &error) {
-        const QString reason = QString::fromUtf8(error.what()).trimmed();
+        const QString reason = ErrorText(error);
         vips_error_clear();
         return Result::Failure(QStringLiteral("%1: %2").arg(photoPath, reason.isEmpty() ? QStringLiteral("the photo cannot be decoded") : reason));
     }

@@ -94,6 +94,11 @@ void CliAlbumPhotosTest::verbs_data()
                                                    << "" << L{"gone.jpg: does not exist", "notes.txt: not a photo", "empty: holds no photo"} << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg"} << L{};
     QTest::newRow("an undecodable photo: record and warning") << Steps{{"@write", "bad.jpg"}, {"fails", "album", "import", "A", "bad.jpg"}}
                                                               << "bad.jpg\n" << L{"bad.jpg: imported, but no thumbnail"} << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg", "bad.jpg"} << L{};
+    // Pixel sizes come from the picture when its tags give none; an unreadable one is 0 by 0.
+    QTest::newRow("sizes of a 16-bit TIFF and of a damaged JPEG") << Steps{{"settings", "set", "System", "AllowNonJPEG", "1"},
+                                                                     {"fails", "album", "import", "A", Corpus + "drewnoakes-Issue_555_1.tif", Corpus + "../photos-malformed/exiv2-issue_2352_poc.jpg"}}
+                                                              << "drewnoakes-Issue_555_1.tif\nexiv2-issue_2352_poc.jpg\n" << L{"exiv2-issue_2352_poc.jpg: imported, but no thumbnail"}
+                                                              << "Width" << L{"1296", "800", "640", "1600", "0"} << L{};
     QTest::newRow("drop folder: its subfolders stay") << Steps{{"@copy", "A/p1.jpg", "A/raw.files/DCIM/100CANON/x.jpg"}, {"@copy", "A/p2.jpg", "A/raw.files/top.jpg"},
                                                                {"@write", "A/raw.files/t.txt"}, {"fails", "album", "list", "A"}}
                                                       << "p1.jpg\np2.jpg\np3.jpg\ntop.jpg\n" << L{"x.jpg: lies in a subfolder", "t.txt: not a photo", "kept in non-photo.files as t.txt"}
