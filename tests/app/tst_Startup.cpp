@@ -11,6 +11,8 @@
 #include <QFile>
 #include <QTest>
 
+// What a start settles and opens, the language every text comes from, and the recent-documents
+// list the start empties.
 class StartupTest : public QObject {
     Q_OBJECT
 private:
@@ -18,8 +20,6 @@ private:
 private slots:
     void init();
     void cleanup();
-    void firstRunFile_data();
-    void firstRunFile();
     void dispatch_data();
     void dispatch();
     void autoPlayHandler_data();
@@ -27,6 +27,12 @@ private slots:
     void startUpNote();
     void settledByStart_data();
     void settledByStart();
+    void lookups_data();
+    void lookups();
+    void shippedLanguagesNameThemselves();
+    void recentDocsAdding_data();
+    void recentDocsAdding();
+    void recentDocsSavingAndLoading();
 };
 
 namespace {
@@ -40,28 +46,22 @@ public:
 
     int PrimaryScreenHeight() const override { return screenHeight; }
     void Inform(const QString &text) override { calls << QStringLiteral("Inform"); messages << text; }
-    void LoadMapServerTemplates() override { calls << QStringLiteral("LoadMapServerTemplates"); }
-    void ShowUpdaterWindow() override { calls << QStringLiteral("ShowUpdaterWindow"); }
-    void ShowSplash() override { calls << QStringLiteral("ShowSplash"); }
-    void PumpEvents() override { calls << QStringLiteral("PumpEvents"); }
+#define RECORDED(call) void call() override { calls << QStringLiteral(#call); }
+    RECORDED(LoadMapServerTemplates) RECORDED(ShowUpdaterWindow) RECORDED(ShowSplash) RECORDED(PumpEvents) RECORDED(SplashNormalShow)
+    RECORDED(UnloadSplash) RECORDED(DiscoverPlugins) RECORDED(ShowMainWindow) RECORDED(ShowWelcomeWindow) RECORDED(CameraImportToAlbum)
+    RECORDED(ShowGpsWindow) RECORDED(StartVersionUpdater)
+#undef RECORDED
     void WaitMilliseconds(int milliseconds) override { calls << QStringLiteral("Wait %1").arg(milliseconds); }
-    void SplashNormalShow() override { calls << QStringLiteral("SplashNormalShow"); }
-    void UnloadSplash() override { calls << QStringLiteral("UnloadSplash"); }
-    void DiscoverPlugins() override { calls << QStringLiteral("DiscoverPlugins"); }
-    void ShowMainWindow() override { calls << QStringLiteral("ShowMainWindow"); }
-    void ShowWelcomeWindow() override { calls << QStringLiteral("ShowWelcomeWindow"); }
-    void CameraImportToAlbum() override { calls << QStringLiteral("CameraImportToAlbum"); }
-    void ShowGpsWindow() override { calls << QStringLiteral("ShowGpsWindow"); }
     void OpenDoc(const QString &path, bool ask) override { calls << QStringLiteral("OpenDoc [%1] %2").arg(path, ask ? "true" : "false"); }
-    void StartVersionUpdater() override { calls << QStringLiteral("StartVersionUpdater"); }
 };
 
 const QByteArray EnglishFile =
     "[OrvDocument]\nLanguageName=English\n"
+    "[Form]\nButtonOK=OK\nTwoLines=one\\ntwo\nPair=one\\n\\rtwo\nReturn=one\\rtwo\nMixed=a\\r\\nb\n"
     "[System]\nMyPhotoAlbums=My Photo Albums\nScreenCheck=Too small\n"
     "[Autoplay]\nShowPicturesAction=Import pictures\nShowPicturesProvider=Orvana\n";
-const QByteArray ChineseFile =
-    "[OrvDocument]\nLanguageName=zh_CN\n[System]\nMyPhotoAlbums=\xE7\x9B\xB8\xE5\x86\x8C\n";
+const QString Chinese = QString::fromUtf8("\xE7\x9B\xB8\xE5\x86\x8C");
+const QByteArray ChineseFile = "[OrvDocument]\nLanguageName=zh_CN\n[System]\nMyPhotoAlbums=" + Chinese.toUtf8() + "\n";
 const QByteArray MislabelledFile = "[OrvDocument]\nLanguageName=English\n";
 
 void UseTestLanguages(ScopedTestEnvironment &environment)
@@ -71,15 +71,24 @@ void UseTestLanguages(ScopedTestEnvironment &environment)
                                   {QStringLiteral("zh_TW"), MislabelledFile}});
 }
 
-// An earlier start's settings file, holding the given lines under their sections.
-void WriteSettings(ScopedTestEnvironment &environment, const QByteArray &content)
-{
-    QDir().mkpath(environment.UserData());
-    WriteAll(environment.SettingsPath(), content);
-}
-
 const QStringList SplashOpening = {"ShowSplash", "PumpEvents", "Wait 200", "SplashNormalShow", "DiscoverPlugins"};
 const QStringList SplashClosing = {"UnloadSplash", "PumpEvents"};
+
+QStringList Numbered(int from, int to)
+{
+    QStringList paths;
+    for (int i = from; i <= to; ++i)
+        paths << QStringLiteral("/albums/%1").arg(i);
+    return paths;
+}
+
+QStringList Contents(const RecentDocList &list)
+{
+    QStringList paths;
+    for (int slot = 1; slot <= list.Count(); ++slot)
+        paths << list.At(slot);
+    return paths;
+}
 
 } // namespace
 
@@ -94,39 +103,6 @@ void StartupTest::cleanup()
     QDir::setCurrent(workingFolder);
     AppState() = AppStateValues();
     RecentDocs().Clear();
-}
-
-void StartupTest::firstRunFile_data()
-{
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QString>("library");
-    QTest::newRow("English system") << "en_US" << "English" << "My Photo Albums";
-    QTest::newRow("Simplified Chinese") << "zh_CN" << "zh_CN" << QString::fromUtf8("\xE7\x9B\xB8\xE5\x86\x8C");
-    QTest::newRow("Traditional Chinese starts in English") << "zh_TW" << "English" << "My Photo Albums";
-}
-
-void StartupTest::firstRunFile()
-{
-    QFETCH(QString, locale);
-    QFETCH(QString, language);
-    QFETCH(QString, library);
-    ScopedTestEnvironment environment;
-    UseTestLanguages(environment);
-    environment.Env().locale = locale;
-
-    QVERIFY(SettleUserDataAndLanguage());
-    const QByteArray expected =
-        "[System]\r\nOrvanaRoot = " + environment.Env().install.toUtf8() + "\r\n\r\n"
-        "[Language]\r\nCurrent = " + language.toUtf8() + "\r\n\r\n"
-        "[Library]\r\nMainPath = " + environment.Env().documents.toUtf8() + "/" + library.toUtf8() + "\r\n\r\n"
-        "[Layout]\r\nBGColor = FFFFFF\r\n\r\n"
-        "[RecentDocs]\r\n\r\n[RecentFTP]\r\n\r\n[MobileReady]\r\n\r\n[PrintExpress]\r\n\r\n"
-        "[GPS]\r\n\r\n[ScreenSaver]\r\n\r\n[SlideShow]\r\n\r\n[FlashMaker]\r\n\r\n";
-    QCOMPARE(ReadAll(environment.SettingsPath()), expected);
-    QCOMPARE(CurrentLanguage(), language);
-    QVERIFY(!FolderExists(environment.Env().documents + u'/' + library)); // made later, by the library repair
-    QVERIFY(!SettleUserDataAndLanguage());
 }
 
 // The windows a command line opens; a screen under 768 pixels opens none and leaves the settings
@@ -159,7 +135,8 @@ void StartupTest::dispatch()
     QFETCH(int, screenHeight);
     ScopedTestEnvironment environment;
     UseTestLanguages(environment);
-    WriteSettings(environment, "[System]\nLastCheckUpdate=46347\n");
+    QDir().mkpath(environment.UserData());
+    WriteAll(environment.SettingsPath(), "[System]\nLastCheckUpdate=46347\n");
     RecordingHost host;
     host.screenHeight = screenHeight;
     const bool refused = screenHeight < 768;
@@ -229,7 +206,7 @@ void StartupTest::startUpNote()
 void StartupTest::settledByStart_data()
 {
     QTest::addColumn<QString>("locale");
-    QTest::addColumn<QByteArray>("settings"); // empty: the file is missing, the folder is not
+    QTest::addColumn<QByteArray>("settings"); // empty: the file is missing, the folder is not; null: a first run
     QTest::addColumn<QString>("commandLine");
     QTest::addColumn<QStringList>("expected");
 
@@ -244,7 +221,12 @@ void StartupTest::settledByStart_data()
         << "" << QStringList{"state:albumFormat=0", "state:folder=1", "state:album=0", "state:tab=2", "System/CheckModifiedWhenOpenFolder=2x"};
     QTest::newRow("stored language") << "en_US" << QByteArray("[Language]\nCurrent=zh_CN\n") << "" << QStringList{"language=zh_CN"};
     QTest::newRow("empty language follows the system") << "zh_CN" << QByteArray("[Language]\nCurrent=\n") << "" << QStringList{"language=zh_CN", "Language/Current="};
-    QTest::newRow("settings file deleted") << "zh_CN" << QByteArray() << "" << QStringList{"language=zh_CN"};
+    QTest::newRow("settings file deleted") << "zh_CN" << QByteArray("") << "" << QStringList{"language=zh_CN"};
+    QTest::newRow("first run, English system") << "en_US" << QByteArray() << ""
+        << QStringList{"Language/Current=English", "Library/MainPath={documents}/My Photo Albums", "cwd={documents}/My Photo Albums"};
+    QTest::newRow("first run, Simplified Chinese") << "zh_CN" << QByteArray() << "" << QStringList{"language=zh_CN", "Library/MainPath={documents}/" + Chinese};
+    QTest::newRow("first run, Traditional Chinese starts in English") << "zh_TW" << QByteArray() << ""
+        << QStringList{"Language/Current=English", "Library/MainPath={documents}/My Photo Albums"};
     QTest::newRow("missing language folder: English for good") << "en_US" << QByteArray("[Language]\nCurrent=fr\n") << "" << QStringList{"language=English", "Language/Current=English"};
     QTest::newRow("mislabelled language folder") << "zh_TW" << QByteArray("[Language]\nCurrent=zh_TW\n") << "" << QStringList{"language=English", "Language/Current=English"};
     QTest::newRow("Chinese system: regional sharing host") << "zh_TW" << QByteArray("[Language]\nCurrent=English\n") << "" << QStringList{"System/SharedServer=share.orvana.cn"};
@@ -269,7 +251,8 @@ void StartupTest::settledByStart()
     QFile::copy(QStringLiteral(ORVANA_SOURCE_DIR "/resources/Services.ini"), environment.Env().install + QStringLiteral("/Resources/Services.ini"));
     WriteAll(environment.Root() + QStringLiteral("/a-file"), "not a folder");
     environment.Env().locale = locale;
-    QDir().mkpath(environment.UserData());
+    if (!settings.isNull())
+        QDir().mkpath(environment.UserData());
     if (!settings.isEmpty())
         WriteAll(environment.SettingsPath(), settings.replace("{root}", environment.Root().toUtf8()));
     AppState() = {9, false, true, 9};
@@ -295,6 +278,106 @@ void StartupTest::settledByStart()
         const QString got = name.contains(u'/') ? ReadSetting(name.section(u'/', 0, 0), name.section(u'/', 1)) : actual.value(name);
         QVERIFY2(got == value, qPrintable(QStringLiteral("%1: %2 instead of %3").arg(name, got, value)));
     }
+}
+
+void StartupTest::lookups_data()
+{
+    QTest::addColumn<QString>("language");  // empty: the system's
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("settled");   // the current language after the lookup
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("section");
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("escape \\n gives CR LF") << "English" << "en_US" << "English" << "TwoLines" << "Form" << "one\r\ntwo";
+    QTest::newRow("escape \\n\\r gives one CR LF") << "English" << "en_US" << "English" << "Pair" << "Form" << "one\r\ntwo";
+    QTest::newRow("escape \\r gives CR LF") << "English" << "en_US" << "English" << "Return" << "Form" << "one\r\ntwo";
+    QTest::newRow("\\r then \\n give two") << "English" << "en_US" << "English" << "Mixed" << "Form" << "a\r\n\r\nb";
+    QTest::newRow("own translation first") << "zh_CN" << "en_US" << "zh_CN" << "MyPhotoAlbums" << "System" << Chinese;
+    QTest::newRow("English when the language lacks the key") << "zh_CN" << "en_US" << "zh_CN" << "ButtonOK" << "Form" << "OK";
+    QTest::newRow("section matters") << "English" << "en_US" << "English" << "ButtonOK" << "Menu" << "ButtonOK";
+    QTest::newRow("unset language follows the system") << "" << "en_US" << "English" << "MyPhotoAlbums" << "System" << "My Photo Albums";
+    QTest::newRow("Singapore") << "" << "zh_SG" << "zh_CN" << "MyPhotoAlbums" << "System" << Chinese;
+    QTest::newRow("Taiwan") << "" << "zh_TW" << "zh_TW" << "MyPhotoAlbums" << "System" << "My Photo Albums";
+    QTest::newRow("Hong Kong") << "" << "zh_HK" << "zh_TW" << "ButtonOK" << "Form" << "OK";
+    QTest::newRow("with an encoding") << "" << "zh_TW.UTF-8" << "zh_TW" << "ButtonOK" << "Form" << "OK";
+    QTest::newRow("BCP 47 form") << "" << "zh-CN" << "zh_CN" << "MyPhotoAlbums" << "System" << Chinese;
+    QTest::newRow("French") << "" << "fr_FR" << "English" << "ButtonOK" << "Form" << "OK";
+}
+
+void StartupTest::lookups()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, locale);
+    QFETCH(QString, settled);
+    QFETCH(QString, key);
+    QFETCH(QString, section);
+    QFETCH(QString, expected);
+    ScopedTestEnvironment environment;
+    UseTestLanguages(environment);
+    environment.Env().locale = locale;
+    SetCurrentLanguage(language);
+    QCOMPARE(GetLocalizedString(key, section), expected);
+    QCOMPARE(CurrentLanguage(), settled);
+}
+
+// Start-up drops a language whose file does not name it; the shipped ones must survive that.
+void StartupTest::shippedLanguagesNameThemselves()
+{
+    ScopedTestEnvironment environment;
+    for (const QString &language : {QStringLiteral("English"), QStringLiteral("zh_CN"), QStringLiteral("zh_TW")}) {
+        SetCurrentLanguage(language);
+        QCOMPARE(GetLocalizedString(QStringLiteral("LanguageName"), QStringLiteral("OrvDocument")), language);
+        QVERIFY(GetLocalizedString(QStringLiteral("ScreenCheck"), QStringLiteral("System")) != QLatin1String("ScreenCheck"));
+    }
+}
+
+void StartupTest::recentDocsAdding_data()
+{
+    QTest::addColumn<QStringList>("added");
+    QTest::addColumn<QStringList>("expected");
+
+    QTest::newRow("oldest first") << QStringList{"/a", "/b"} << QStringList{"/a", "/b"};
+    QTest::newRow("re-opened from slot 3 of 5 moves to the end") << QStringList{"/1", "/2", "/3", "/4", "/5", "/3"} << QStringList{"/1", "/2", "/4", "/5", "/3"};
+    QTest::newRow("re-opened newest stays") << QStringList{"/1", "/2", "/2"} << QStringList{"/1", "/2"};
+    QTest::newRow("a new path to a full list drops slot 1") << Numbered(1, 11) << Numbered(2, 11);
+    QTest::newRow("a known path to a full list drops nothing") << Numbered(1, 10) + QStringList{"/albums/1"} << Numbered(2, 10) + QStringList{"/albums/1"};
+    QTest::newRow("comparison keeps letter case") << QStringList{"c:\\A", "C:\\a"} << QStringList{"c:\\A", "C:\\a"};
+}
+
+void StartupTest::recentDocsAdding()
+{
+    QFETCH(QStringList, added);
+    QFETCH(QStringList, expected);
+    RecentDocList list;
+    for (const QString &path : added)
+        list.Add(path);
+    QCOMPARE(Contents(list), expected);
+}
+
+void StartupTest::recentDocsSavingAndLoading()
+{
+    ScopedTestEnvironment environment;
+    QDir().mkpath(environment.UserData());
+
+    RecentDocList full;
+    for (const QString &path : Numbered(1, 10))
+        full.Add(path);
+    full.Save();
+
+    RecentDocList two;
+    two.Add(QStringLiteral("/x"));
+    two.Add(QStringLiteral("/y"));
+    two.Save();
+    for (int slot = 3; slot <= 10; ++slot) {
+        const QByteArray key = "\r\nDoc" + QByteArray::number(slot) + "=\r\n";
+        QVERIFY2(ReadAll(environment.SettingsPath()).contains(key), key.constData());
+    }
+
+    // A value after the first empty slot is never reached.
+    WriteSetting(QStringLiteral("RecentDocs"), QStringLiteral("Doc5"), QStringLiteral("/stray"));
+    LoadRecentDocs();
+    QCOMPARE(Contents(RecentDocs()), (QStringList{"/x", "/y"}));
 }
 
 QTEST_GUILESS_MAIN(StartupTest)

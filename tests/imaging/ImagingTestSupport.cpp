@@ -29,5 +29,7 @@ QJsonObject ReadWithExifTool(const QString &path, const QStringList &tags, bool 
     QProcess exiftool;
     exiftool.start(QStringLiteral("exiftool"), arguments << path);
     exiftool.waitForFinished(30000);
-    return QJsonDocument::fromJson(exiftool.readAllStandardOutput()).array().at(0).toObject();
+    QJsonObject read = QJsonDocument::fromJson(exiftool.readAllStandardOutput()).array().at(0).toObject();
+    read.remove(QStringLiteral("SourceFile"));
+    return read;
 }

@@ -1,8 +1,8 @@
+#include "CliRunner.h"
 #include "ImagingTestSupport.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -14,26 +14,6 @@ private slots:
     void commands();
     void tagsAsJson();
 };
-
-namespace {
-
-struct Run {
-    int exitCode;
-    QString out;
-    QString err;
-};
-
-Run Cli(const QStringList &arguments)
-{
-    QProcess process;
-    process.start(QStringLiteral(ORVANA_BIN_DIR "/orvana-cli"), QStringList{QStringLiteral("image")} << arguments);
-    if (!process.waitForFinished(60000))
-        return {-1, {}, QStringLiteral("did not finish")};
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
-}
-
-} // namespace
 
 void ImageCli::commands_data()
 {
@@ -55,14 +35,15 @@ void ImageCli::commands()
     QFETCH(QString, part);
     QTemporaryDir folder;
     arguments.replaceInStrings(QStringLiteral("@"), CopyOfCorpusPhoto(QStringLiteral("exiftool-GPS.jpg"), folder.path()));
-    const Run run = Cli(arguments);
+    const CliRun run = RunCli(folder.path(), QStringList{QStringLiteral("image")} << arguments);
     QCOMPARE(run.exitCode, exitCode);
     QVERIFY2((run.out + run.err).contains(part), qPrintable(run.out + run.err));
 }
 
 void ImageCli::tagsAsJson()
 {
-    const Run run = Cli({QStringLiteral("tags"), QStringLiteral("--json"), CorpusPath(QStringLiteral("photos/exif-samples-Kodak_CX7530.jpg"))});
+    const QTemporaryDir home;
+    const CliRun run = RunCli(home.path(), {QStringLiteral("image"), QStringLiteral("tags"), QStringLiteral("--json"), CorpusPath(QStringLiteral("photos/exif-samples-Kodak_CX7530.jpg"))});
     QCOMPARE(run.exitCode, 0);
     const QJsonObject photo = QJsonDocument::fromJson(run.out.toUtf8()).array().at(0).toObject();
     QCOMPARE(photo.value(QStringLiteral("CameraMaker")).toString(), QStringLiteral("EASTMAN KODAK COMPANY"));

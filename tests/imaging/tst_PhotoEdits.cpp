@@ -10,7 +10,8 @@
 #include <functional>
 
 // Edits of real photo files keep their tags; lossless turns keep every pixel and marker; the
-// colour effects and the watermark do what they say on the pixels; thumbnails fit the box.
+// colour effects, the adjust command's tables and the watermark do what they say on the pixels;
+// thumbnails fit the box.
 class PhotoEdits : public QObject {
     Q_OBJECT
 private slots:
@@ -24,11 +25,20 @@ private slots:
     void thumbnails();
     void effectsOnPixels();
     void watermarkPlaces();
+    void colourTables_data();
+    void colourTables();
 };
 
 namespace {
 
 using FileEdit = std::function<EditOutcome(const QString &photo, const QString &thumbnail)>;
+
+FileEdit Effect(PhotoEffect effect)
+{
+    return [effect](const QString &p, const QString &t) { return ApplyEffectToPhotoFile(p, effect, t); };
+}
+
+const FileEdit TurnRight = [](const QString &p, const QString &t) { return RotatePhotoFile(p, Turn::Right, t); };
 
 const QStringList KeptTags = {QStringLiteral("IPTC:all"), QStringLiteral("GPS:all"), QStringLiteral("XMP:all"), QStringLiteral("MakerNotes:all"),
                               QStringLiteral("IFD0:Make"), QStringLiteral("IFD0:Model"),
@@ -36,14 +46,7 @@ const QStringList KeptTags = {QStringLiteral("IPTC:all"), QStringLiteral("GPS:al
 
 QJsonObject KeptTagsOf(const QString &path)
 {
-    QJsonObject tags = ReadWithExifTool(path, KeptTags);
-    tags.remove(QStringLiteral("SourceFile"));
-    return tags;
-}
-
-QString ExifToolText(const QString &path, const QString &tag)
-{
-    return ReadWithExifTool(path, {tag}, true).value(tag).toVariant().toString();
+    return ReadWithExifTool(path, KeptTags);
 }
 
 // A picture made by the real libvips tool, from a corpus photo.
@@ -63,11 +66,6 @@ int FirstQuantiser(const QByteArray &jpeg)
     return table < 0 ? -1 : uchar(jpeg[table + 5]);
 }
 
-Picture Loaded(const QString &corpusName)
-{
-    return Picture::Load(CorpusPath(QStringLiteral("photos/") + corpusName));
-}
-
 } // namespace
 
 void PhotoEdits::editsKeepTags_data()
@@ -77,26 +75,17 @@ void PhotoEdits::editsKeepTags_data()
     QTest::addColumn<QSize>("size");
 
     const QString tagged = QStringLiteral("drewnoakes-FujiFilm_FinePixS1Pro_2.jpg");  // EXIF, GPS, IPTC, XMP; 600x400
-    QTest::newRow("rotate right, lossless") << "exif-samples-DSCN0010.jpg"
-        << FileEdit([](const QString &p, const QString &t) { return RotatePhotoFile(p, Turn::Right, t); }) << QSize(480, 640);
-    QTest::newRow("maker notes with offsets of their own, sepia") << "drewnoakes-Sony_DSC-HX5V_2.jpg"
-        << FileEdit([](const QString &p, const QString &t) { return ApplyEffectToPhotoFile(p, PhotoEffect::Sepia, t); }) << QSize(730, 547);
-    QTest::newRow("black and white") << tagged
-        << FileEdit([](const QString &p, const QString &t) { return ApplyEffectToPhotoFile(p, PhotoEffect::BlackAndWhite, t); }) << QSize(600, 400);
-    QTest::newRow("sepia") << tagged
-        << FileEdit([](const QString &p, const QString &t) { return ApplyEffectToPhotoFile(p, PhotoEffect::Sepia, t); }) << QSize(600, 400);
-    QTest::newRow("enhance") << tagged
-        << FileEdit([](const QString &p, const QString &t) { return ApplyEffectToPhotoFile(p, PhotoEffect::Enhance, t); }) << QSize(600, 400);
+    QTest::newRow("rotate right, lossless") << "exif-samples-DSCN0010.jpg" << TurnRight << QSize(480, 640);
+    QTest::newRow("maker notes with offsets of their own, sepia") << "drewnoakes-Sony_DSC-HX5V_2.jpg" << Effect(PhotoEffect::Sepia) << QSize(730, 547);
+    QTest::newRow("black and white") << tagged << Effect(PhotoEffect::BlackAndWhite) << QSize(600, 400);
+    QTest::newRow("sepia") << tagged << Effect(PhotoEffect::Sepia) << QSize(600, 400);
+    QTest::newRow("enhance") << tagged << Effect(PhotoEffect::Enhance) << QSize(600, 400);
     QTest::newRow("adjust") << tagged
         << FileEdit([](const QString &p, const QString &t) { return AdjustPhotoFile(p, BuildColourTables({130, 160, 150, 140}), t); }) << QSize(600, 400);
-    QTest::newRow("crop") << tagged
-        << FileEdit([](const QString &p, const QString &t) { return CropPhotoFile(p, {10, 20, 310, 220}, t); }) << QSize(300, 200);
-    QTest::newRow("16-bit grey TIFF, rotate right") << "drewnoakes-Issue_555_1.tif"
-        << FileEdit([](const QString &p, const QString &t) { return RotatePhotoFile(p, Turn::Right, t); }) << QSize(1300, 1600);
-    QTest::newRow("TIFF, sepia") << "exiv2-Reagan.tiff"
-        << FileEdit([](const QString &p, const QString &t) { return ApplyEffectToPhotoFile(p, PhotoEffect::Sepia, t); }) << QSize(200, 130);
-    QTest::newRow("PNG, rotate right") << "exiv2-ReaganSmallPng.png"
-        << FileEdit([](const QString &p, const QString &t) { return RotatePhotoFile(p, Turn::Right, t); }) << QSize(130, 200);
+    QTest::newRow("crop") << tagged << FileEdit([](const QString &p, const QString &t) { return CropPhotoFile(p, {10, 20, 310, 220}, t); }) << QSize(300, 200);
+    QTest::newRow("16-bit grey TIFF, rotate right") << "drewnoakes-Issue_555_1.tif" << TurnRight << QSize(1300, 1600);
+    QTest::newRow("TIFF, sepia") << "exiv2-Reagan.tiff" << Effect(PhotoEffect::Sepia) << QSize(200, 130);
+    QTest::newRow("PNG, rotate right") << "exiv2-ReaganSmallPng.png" << TurnRight << QSize(130, 200);
 }
 
 void PhotoEdits::editsKeepTags()
@@ -149,7 +138,7 @@ void PhotoEdits::turnsNeverReEncode()
     const EditOutcome first = RotatePhotoFile(path, Turn::Left, folder.filePath(QStringLiteral("missing/t.jpg")));
     QVERIFY2(first.result.ok, qPrintable(first.result.message));
     QVERIFY(!first.thumbnail.ok && !first.thumbnail.message.isEmpty());
-    QCOMPARE(ExifToolText(path, afterOneTurn), turned);
+    QCOMPARE(ReadWithExifTool(path, {afterOneTurn}, true).value(afterOneTurn).toVariant().toString(), turned);
     const Picture before = Picture::LoadFromMemory(original, ImageFormat::Jpeg);
     QCOMPARE(QSize(first.facts.width, first.facts.height), QSize(before.Height(), before.Width()));
     for (int turn = 2; turn <= 4; ++turn)
@@ -165,10 +154,9 @@ void PhotoEdits::editsThatWouldLoseRefuse_data()
     QTest::addColumn<QString>("made");      // a corpus photo's name, or how the vips tool makes one
     QTest::addColumn<FileEdit>("edit");
     QTest::addColumn<QString>("reason");
-    const FileEdit sepia = [](const QString &p, const QString &t) { return ApplyEffectToPhotoFile(p, PhotoEffect::Sepia, t); };
-    const FileEdit right = [](const QString &p, const QString &t) { return RotatePhotoFile(p, Turn::Right, t); };
+    const FileEdit sepia = Effect(PhotoEffect::Sepia);
     QTest::newRow("16-bit grey TIFF, sepia") << "drewnoakes-Issue_555_1.tif" << sepia << "more than 8 bits";
-    QTest::newRow("two-page TIFF, rotate") << "pages.tif[page-height=130,compression=lzw]" << right << "2 pages";
+    QTest::newRow("two-page TIFF, rotate") << "pages.tif[page-height=130,compression=lzw]" << TurnRight << "2 pages";
     QTest::newRow("two-frame GIF, sepia") << "frames.gif[page-height=130]" << sepia << "2 pages or frames";
 }
 
@@ -221,7 +209,7 @@ void PhotoEdits::thumbnails()
 
 void PhotoEdits::effectsOnPixels()
 {
-    const Picture photo = Loaded(QStringLiteral("exif-samples-DSCN0010.jpg"));
+    const Picture photo = Picture::Load(CorpusPath(QStringLiteral("photos/exif-samples-DSCN0010.jpg")));
     const QByteArray original = photo.RgbPixels();
     QCOMPARE(original.size(), qsizetype(640) * 480 * 3);
 
@@ -249,8 +237,8 @@ void PhotoEdits::effectsOnPixels()
 
 void PhotoEdits::watermarkPlaces()
 {
-    const Picture photo = Loaded(QStringLiteral("exif-samples-DSCN0010.jpg"));
-    const Picture mark = Loaded(QStringLiteral("exiv2-ReaganSmallPng.png"));
+    const Picture photo = Picture::Load(CorpusPath(QStringLiteral("photos/exif-samples-DSCN0010.jpg")));
+    const Picture mark = Picture::Load(CorpusPath(QStringLiteral("photos/exiv2-ReaganSmallPng.png")));
     const Picture stamped = photo.WithWatermark(mark, WatermarkPlace::LeftTop | WatermarkPlace::RightBottom);
     QCOMPARE(stamped.Width(), photo.Width());
     const QByteArray pixels = stamped.RgbPixels();
@@ -264,6 +252,32 @@ void PhotoEdits::watermarkPlaces()
     }
     QCOMPARE(at(pixels, 640, 639, 0), at(photoPixels, 640, 639, 0));
     QCOMPARE(at(pixels, 640, 320, 240), at(photoPixels, 640, 320, 240));
+}
+
+void PhotoEdits::colourTables_data()
+{
+    QTest::addColumn<int>("contrast");
+    QTest::addColumn<int>("red");
+    QTest::addColumn<QList<int>>("entries");      // indices checked in the red table
+    QTest::addColumn<QList<int>>("values");
+    QTest::newRow("neutral is identity") << 100 << 150 << QList<int>{0, 1, 127, 128, 254, 255} << QList<int>{0, 1, 127, 128, 254, 255};
+    QTest::newRow("contrast 200") << 200 << 150 << QList<int>{0, 63, 64, 128, 192, 255} << QList<int>{0, 0, 0, 128, 255, 255};
+    QTest::newRow("red 160") << 100 << 160 << QList<int>{0, 100, 245, 246, 255} << QList<int>{10, 110, 255, 255, 255};
+    // Factor 1.5: 1.5 x 1 = 1.5 rounds to 2, 1.5 x 3 = 4.5 rounds to 4 (halves to even).
+    QTest::newRow("contrast 150, halves to even") << 150 << 150 << QList<int>{127, 129, 131, 125} << QList<int>{126, 130, 132, 124};
+    QTest::newRow("contrast 50") << 50 << 150 << QList<int>{0, 128, 255} << QList<int>{64, 128, 192};
+}
+
+void PhotoEdits::colourTables()
+{
+    QFETCH(int, contrast);
+    QFETCH(int, red);
+    QFETCH(QList<int>, entries);
+    QFETCH(QList<int>, values);
+    const ColourTables tables = BuildColourTables({contrast, red, 150, 150});
+    for (qsizetype i = 0; i < entries.size(); ++i)
+        QCOMPARE(int(tables.red[static_cast<std::size_t>(entries[i])]), values[i]);
+    QCOMPARE(tables.green, BuildColourTables({contrast, 150, 150, 150}).blue);
 }
 
 QTEST_GUILESS_MAIN(PhotoEdits)

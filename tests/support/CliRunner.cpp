@@ -1,10 +1,7 @@
 #include "CliRunner.h"
 
-#include <QProcess>
-
-CliRun RunCli(const QString &home, const QStringList &arguments, const QString &workingFolder, const QMap<QString, QString> &variables)
+void StartCli(QProcess &process, const QString &home, const QStringList &arguments, const QMap<QString, QString> &variables)
 {
-    QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("HOME"), home);
     environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
@@ -14,8 +11,14 @@ CliRun RunCli(const QString &home, const QStringList &arguments, const QString &
     for (auto variable = variables.begin(); variable != variables.end(); ++variable)
         variable->isNull() ? environment.remove(variable.key()) : environment.insert(variable.key(), variable.value());
     process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(workingFolder.isEmpty() ? home : workingFolder);
+    process.setWorkingDirectory(home);
     process.start(QStringLiteral(ORVANA_BIN_DIR "/orvana-cli"), arguments);
+}
+
+CliRun RunCli(const QString &home, const QStringList &arguments, const QMap<QString, QString> &variables)
+{
+    QProcess process;
+    StartCli(process, home, arguments, variables);
     if (!process.waitForFinished(60000))
         return {-1, {}, QStringLiteral("did not finish")};
     return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
