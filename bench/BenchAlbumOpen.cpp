@@ -1,11 +1,11 @@
 // Opens an album as its window does (outside-change check on) and compares the time with loading
 // its list alone plus one stat per photo file, best of N runs. Usage: bench_album_open ALBUM [RUNS]
-#include "AlbumFormat.h"
-#include "AlbumOpening.h"
-#include "AppState.h"
-#include "PhotoRecord.h"
-#include "ProgressSink.h"
-#include "Prompter.h"
+#include "library/AlbumFormat.h"
+#include "library/AlbumOpening.h"
+#include "app/AppState.h"
+#include "library/PhotoRecord.h"
+#include "app/ProgressSink.h"
+#include "app/Prompter.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

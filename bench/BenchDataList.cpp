@@ -1,6 +1,6 @@
 // Times loading and saving one property list with the data list, best of N runs, and reports the
 // peak memory of a load. Usage: bench_datalist FILE [RUNS]
-#include "DataList.h"
+#include "datalist/DataList.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
 // Any bytes as a property list: a load never crashes, and whatever loads saves and loads again
 // with the same shape.
-#include "DataList.h"
+#include "datalist/DataList.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // Any bytes as a list file: the streamed reading agrees with DataList's own, in outcome, error
 // text, items and document properties.
-#include "DataList.h"
-#include "DataListStream.h"
+#include "datalist/DataList.h"
+#include "datalist/DataListStream.h"
 
 #include <QBuffer>
 #include <cstdint>

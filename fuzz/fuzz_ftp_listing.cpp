@@ -1,6 +1,6 @@
 // Listing lines on arbitrary text: a name is always a piece of its own line, and a whole listing
 // gives names from its lines only.
-#include "FtpListing.h"
+#include "net/FtpListing.h"
 
 #include <cstdint>
 #include <cstdlib>

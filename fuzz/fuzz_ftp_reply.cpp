@@ -1,6 +1,6 @@
 // FTP replies on arbitrary bytes: the incremental reader agrees with the whole-buffer rule
 // however the bytes are cut into reads, keeps bounded text, and PASV parsing never fails.
-#include "FtpReply.h"
+#include "net/FtpReply.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 // Any bytes as a GPX file: reading never crashes, the handler is called in a sound order, and
 // every elevation comes out with one decimal.
-#include "GpxReader.h"
+#include "gps/GpxReader.h"
 
 #include <QBuffer>
 #include <QRegularExpression>

@@ -1,6 +1,6 @@
 // HTTP header split on arbitrary bytes: an accepted header starts with "HTTP" and ends at the
 // first CR LF CR LF, which starts within the limit.
-#include "HttpResponse.h"
+#include "net/HttpResponse.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,10 +1,10 @@
 // A photo file of arbitrary bytes through everything the program does with a file it imports:
 // its tags, its picture, its thumbnail (with the embedded preview first). Nothing may crash,
 // hang or take unbounded memory; a file that cannot be read simply has no tags or thumbnail.
-#include "ImageTags.h"
-#include "Picture.h"
-#include "TagReader.h"
-#include "Thumbnail.h"
+#include "imaging/ImageTags.h"
+#include "imaging/Picture.h"
+#include "imaging/TagReader.h"
+#include "imaging/Thumbnail.h"
 
 #include <QFile>
 #include <QTemporaryDir>

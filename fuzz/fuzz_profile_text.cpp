@@ -1,5 +1,5 @@
 // The INI rules on arbitrary bytes: reading never fails, and a value written is the value read.
-#include "ProfileText.h"
+#include "app/ProfileText.h"
 
 #include <cstdint>
 #include <cstdlib>

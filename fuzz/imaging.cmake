@@ -18,5 +18,5 @@ orvana_add_fuzzer(fuzz_image_file
   SOURCES ${CMAKE_CURRENT_SOURCE_DIR}/fuzz_image_file.cpp ${ORVANA_IMAGING_SOURCES}
   LIBRARIES orvana_app Qt6::Core PkgConfig::VIPS PkgConfig::EXIV2 PkgConfig::TURBOJPEG
   SEEDS ${image_seeds})
-target_include_directories(fuzz_image_file PRIVATE ${CMAKE_SOURCE_DIR}/src/imaging)
+target_include_directories(fuzz_image_file PRIVATE ${CMAKE_SOURCE_DIR}/src)
 target_compile_definitions(fuzz_image_file PRIVATE QT_NO_KEYWORDS)

@@ -9,5 +9,5 @@ foreach(pair ftp_reply:FtpReply ftp_listing:FtpListing http_header:HttpResponse)
     SOURCES ${CMAKE_CURRENT_SOURCE_DIR}/fuzz_${target}.cpp ${net_src}/${parser}.cpp
     LIBRARIES Qt6::Core orvana_app
     SEEDS ${CMAKE_CURRENT_SOURCE_DIR}/seeds/${target})
-  target_include_directories(fuzz_${target} PRIVATE ${net_src})
+  target_include_directories(fuzz_${target} PRIVATE ${CMAKE_SOURCE_DIR}/src)
 endforeach()

@@ -1,6 +1,6 @@
-#include "AppState.h"
+#include "app/AppState.h"
 
-#include "Settings.h"
+#include "app/Settings.h"
 
 #include <algorithm>
 

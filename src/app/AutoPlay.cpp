@@ -1,9 +1,9 @@
-#include "AutoPlay.h"
+#include "app/AutoPlay.h"
 
-#include "AppEnvironment.h"
-#include "Language.h"
-#include "Paths.h"
-#include "ProfileFile.h"
+#include "app/AppEnvironment.h"
+#include "app/Language.h"
+#include "app/Paths.h"
+#include "app/ProfileFile.h"
 
 #include <QDir>
 #include <QSaveFile>

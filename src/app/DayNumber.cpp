@@ -1,4 +1,4 @@
-#include "DayNumber.h"
+#include "app/DayNumber.h"
 
 qint64 DayNumber(const QDate &date)
 {

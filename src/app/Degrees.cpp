@@ -1,4 +1,4 @@
-#include "Degrees.h"
+#include "app/Degrees.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
-#include "HelperProgram.h"
+#include "app/HelperProgram.h"
 
-#include "Paths.h"
+#include "app/Paths.h"
 
 #include <QFileInfo>
 #include <QStandardPaths>

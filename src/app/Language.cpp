@@ -1,8 +1,8 @@
-#include "Language.h"
+#include "app/Language.h"
 
-#include "AppEnvironment.h"
-#include "Paths.h"
-#include "ProfileFile.h"
+#include "app/AppEnvironment.h"
+#include "app/Paths.h"
+#include "app/ProfileFile.h"
 
 #include <QStringList>
 

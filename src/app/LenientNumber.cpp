@@ -1,4 +1,4 @@
-#include "LenientNumber.h"
+#include "app/LenientNumber.h"
 
 #include <QString>
 #include <algorithm>

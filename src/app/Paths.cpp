@@ -1,7 +1,7 @@
-#include "Paths.h"
+#include "app/Paths.h"
 
-#include "AppEnvironment.h"
-#include "Settings.h"
+#include "app/AppEnvironment.h"
+#include "app/Settings.h"
 
 #include <QDir>
 #include <QFileInfo>

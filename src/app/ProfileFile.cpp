@@ -1,6 +1,6 @@
-#include "ProfileFile.h"
+#include "app/ProfileFile.h"
 
-#include "ProfileText.h"
+#include "app/ProfileText.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "ProfileText.h"
+#include "app/ProfileText.h"
 
 #include <QList>
 #include <optional>

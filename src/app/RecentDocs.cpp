@@ -1,6 +1,6 @@
-#include "RecentDocs.h"
+#include "app/RecentDocs.h"
 
-#include "Settings.h"
+#include "app/Settings.h"
 
 #include <algorithm>
 #include <span>

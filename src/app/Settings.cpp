@@ -1,8 +1,8 @@
-#include "Settings.h"
+#include "app/Settings.h"
 
-#include "LenientNumber.h"
-#include "Paths.h"
-#include "ProfileFile.h"
+#include "app/LenientNumber.h"
+#include "app/Paths.h"
+#include "app/ProfileFile.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,14 +1,14 @@
-#include "Startup.h"
+#include "app/Startup.h"
 
-#include "AppEnvironment.h"
-#include "AppState.h"
-#include "AutoPlay.h"
-#include "DayNumber.h"
-#include "Language.h"
-#include "Paths.h"
-#include "ProfileFile.h"
-#include "RecentDocs.h"
-#include "Settings.h"
+#include "app/AppEnvironment.h"
+#include "app/AppState.h"
+#include "app/AutoPlay.h"
+#include "app/DayNumber.h"
+#include "app/Language.h"
+#include "app/Paths.h"
+#include "app/ProfileFile.h"
+#include "app/RecentDocs.h"
+#include "app/Settings.h"
 
 #include <QDir>
 

@@ -1,4 +1,4 @@
-#include "WallClock.h"
+#include "app/WallClock.h"
 
 #include <QDate>
 #include <QTime>

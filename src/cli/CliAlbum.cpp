@@ -1,12 +1,12 @@
-#include "CliAlbumVerbs.h"
-#include "CliGroups.h"
-#include "CliOutput.h"
+#include "cli/CliAlbumVerbs.h"
+#include "cli/CliGroups.h"
+#include "cli/CliOutput.h"
 
-#include "AlbumFormat.h"
-#include "Paths.h"
-#include "PhotoRecord.h"
-#include "RecordEdit.h"
-#include "WallClock.h"
+#include "library/AlbumFormat.h"
+#include "app/Paths.h"
+#include "library/PhotoRecord.h"
+#include "library/RecordEdit.h"
+#include "app/WallClock.h"
 
 #include <QDir>
 #include <QJsonArray>

@@ -1,8 +1,8 @@
 // Album verbs that rewrite photo files: turns, effects, colour adjustment, crops and tags.
-#include "CliAlbumVerbs.h"
-#include "CliOutput.h"
+#include "cli/CliAlbumVerbs.h"
+#include "cli/CliOutput.h"
 
-#include "PhotoEditing.h"
+#include "library/PhotoEditing.h"
 
 namespace {
 

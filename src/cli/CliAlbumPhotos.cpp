@@ -1,13 +1,13 @@
 // Album verbs that bring photos in, find them, annotate them and move them between albums.
-#include "CliAlbumVerbs.h"
-#include "CliOutput.h"
+#include "cli/CliAlbumVerbs.h"
+#include "cli/CliOutput.h"
 
-#include "AlbumOpening.h"
-#include "InfoExchange.h"
-#include "OrvAlbumImporter.h"
-#include "PhotoRecord.h"
-#include "PhotoTransfer.h"
-#include "Startup.h"
+#include "library/AlbumOpening.h"
+#include "library/InfoExchange.h"
+#include "library/OrvAlbumImporter.h"
+#include "library/PhotoRecord.h"
+#include "library/PhotoTransfer.h"
+#include "app/Startup.h"
 
 #include <QDir>
 

@@ -1,9 +1,9 @@
-#include "CliAlbumSupport.h"
+#include "cli/CliAlbumSupport.h"
 
-#include "CliOutput.h"
-#include "AlbumOpening.h"
-#include "Language.h"
-#include "PhotoRecord.h"
+#include "cli/CliOutput.h"
+#include "library/AlbumOpening.h"
+#include "app/Language.h"
+#include "library/PhotoRecord.h"
 
 #include <QDir>
 #include <QTextStream>

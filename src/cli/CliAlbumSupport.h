@@ -1,10 +1,10 @@
 #pragma once
 
-#include "AlbumDocument.h"
-#include "CliCommand.h"
-#include "CliProgress.h"
-#include "ProgressSink.h"
-#include "Prompter.h"
+#include "library/AlbumDocument.h"
+#include "cli/CliCommand.h"
+#include "cli/CliProgress.h"
+#include "app/ProgressSink.h"
+#include "app/Prompter.h"
 
 #include <QStringList>
 #include <memory>

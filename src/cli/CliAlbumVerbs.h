@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CliAlbumSupport.h"
+#include "cli/CliAlbumSupport.h"
 
 // Album verbs that work on an open album; each returns the exit code.
 int AlbumImport(const CliArguments &args, AlbumDocument &album);

@@ -1,6 +1,6 @@
-#include "CliCommand.h"
+#include "cli/CliCommand.h"
 
-#include "CliOutput.h"
+#include "cli/CliOutput.h"
 
 #include <QCommandLineParser>
 

@@ -1,8 +1,8 @@
-#include "CliAlbumSupport.h"
-#include "CliGroups.h"
-#include "CliOutput.h"
+#include "cli/CliAlbumSupport.h"
+#include "cli/CliGroups.h"
+#include "cli/CliOutput.h"
 
-#include "AlbumFormat.h"
+#include "library/AlbumFormat.h"
 
 #include <QDir>
 

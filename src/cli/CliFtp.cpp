@@ -1,9 +1,9 @@
-#include "CliGroups.h"
-#include "CliOutput.h"
-#include "CliProgress.h"
+#include "cli/CliGroups.h"
+#include "cli/CliOutput.h"
+#include "cli/CliProgress.h"
 
-#include "FtpListing.h"
-#include "OrvFTPEngine.h"
+#include "net/FtpListing.h"
+#include "net/OrvFTPEngine.h"
 
 #include <QFileInfo>
 #include <QTextStream>

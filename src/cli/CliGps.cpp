@@ -1,18 +1,18 @@
 // orvana-cli gps: the GPS log database (tracks, waypoints, their KML) and the group's dispatch.
-#include "CliAlbumSupport.h"
-#include "CliGpsSupport.h"
-#include "CliGpsVerbs.h"
-#include "CliGroups.h"
-#include "CliOutput.h"
+#include "cli/CliAlbumSupport.h"
+#include "cli/CliGpsSupport.h"
+#include "cli/CliGpsVerbs.h"
+#include "cli/CliGroups.h"
+#include "cli/CliOutput.h"
 
-#include "Degrees.h"
-#include "EarthOutput.h"
-#include "GpsNumbers.h"
-#include "GpxWriter.h"
-#include "TimeText.h"
-#include "TrackPoints.h"
-#include "TrackSources.h"
-#include "TrackStatistics.h"
+#include "app/Degrees.h"
+#include "gps/EarthOutput.h"
+#include "gps/GpsNumbers.h"
+#include "gps/GpxWriter.h"
+#include "gps/TimeText.h"
+#include "gps/TrackPoints.h"
+#include "gps/TrackSources.h"
+#include "gps/TrackStatistics.h"
 
 #include <QDateTime>
 #include <QDir>

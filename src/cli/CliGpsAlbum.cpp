@@ -1,13 +1,13 @@
 // orvana-cli gps: the verbs that work on an album: matching, time shifts, KML and KMZ.
-#include "CliAlbumSupport.h"
-#include "CliGpsSupport.h"
-#include "CliGpsVerbs.h"
-#include "CliOutput.h"
+#include "cli/CliAlbumSupport.h"
+#include "cli/CliGpsSupport.h"
+#include "cli/CliGpsVerbs.h"
+#include "cli/CliOutput.h"
 
-#include "Degrees.h"
-#include "EarthOutput.h"
-#include "PhotoMatching.h"
-#include "TimeCorrection.h"
+#include "app/Degrees.h"
+#include "gps/EarthOutput.h"
+#include "gps/PhotoMatching.h"
+#include "gps/TimeCorrection.h"
 
 #include <QDir>
 

@@ -1,9 +1,9 @@
-#include "CliGpsSupport.h"
+#include "cli/CliGpsSupport.h"
 
-#include "CliOutput.h"
-#include "EarthOutput.h"
-#include "Language.h"
-#include "TimeZones.h"
+#include "cli/CliOutput.h"
+#include "gps/EarthOutput.h"
+#include "app/Language.h"
+#include "gps/TimeZones.h"
 
 #include <QTextStream>
 #include <cmath>

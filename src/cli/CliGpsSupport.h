@@ -1,8 +1,8 @@
 #pragma once
 
-#include "CliCommand.h"
-#include "GpsStore.h"
-#include "Prompter.h"
+#include "cli/CliCommand.h"
+#include "gps/GpsStore.h"
+#include "app/Prompter.h"
 
 #include <QStringList>
 #include <optional>

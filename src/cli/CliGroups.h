@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CliCommand.h"
+#include "cli/CliCommand.h"
 
 // The command groups of orvana-cli, one file each (Cli<Group>.cpp).
 const CliGroup &AlbumCommands();

@@ -1,8 +1,8 @@
-#include "CliGroups.h"
-#include "CliOutput.h"
-#include "CliProgress.h"
+#include "cli/CliGroups.h"
+#include "cli/CliOutput.h"
+#include "cli/CliProgress.h"
 
-#include "OrvHTTPEngine.h"
+#include "net/OrvHTTPEngine.h"
 
 #include <QTextStream>
 #include <QUrl>

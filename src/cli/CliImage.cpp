@@ -1,11 +1,11 @@
-#include "CliGroups.h"
-#include "CliOutput.h"
+#include "cli/CliGroups.h"
+#include "cli/CliOutput.h"
 
-#include "ImageTags.h"
-#include "MetadataWriter.h"
-#include "PhotoEdits.h"
-#include "PhotoRecord.h"
-#include "Thumbnail.h"
+#include "imaging/ImageTags.h"
+#include "imaging/MetadataWriter.h"
+#include "imaging/PhotoEdits.h"
+#include "library/PhotoRecord.h"
+#include "imaging/Thumbnail.h"
 
 #include <QFileInfo>
 #include <QJsonArray>

@@ -1,8 +1,8 @@
-#include "CliOutput.h"
+#include "cli/CliOutput.h"
 
-#include "AppState.h"
-#include "Language.h"
-#include "Settings.h"
+#include "app/AppState.h"
+#include "app/Language.h"
+#include "app/Settings.h"
 
 #include <QTextStream>
 #include <cstdio>

@@ -1,10 +1,10 @@
-#include "CliGroups.h"
-#include "CliOutput.h"
+#include "cli/CliGroups.h"
+#include "cli/CliOutput.h"
 
-#include "Paths.h"
-#include "ProfileFile.h"
-#include "Settings.h"
-#include "Startup.h"
+#include "app/Paths.h"
+#include "app/ProfileFile.h"
+#include "app/Settings.h"
+#include "app/Startup.h"
 
 namespace {
 

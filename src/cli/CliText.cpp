@@ -1,7 +1,7 @@
-#include "CliGroups.h"
-#include "CliOutput.h"
+#include "cli/CliGroups.h"
+#include "cli/CliOutput.h"
 
-#include "Language.h"
+#include "app/Language.h"
 
 namespace {
 

@@ -1,15 +1,15 @@
-#include "EarthOutput.h"
+#include "gps/EarthOutput.h"
 
-#include "AlbumDocument.h"
-#include "AlbumFormat.h"
-#include "GpsStore.h"
-#include "KmlDocument.h"
-#include "KmzWriter.h"
-#include "Language.h"
-#include "Paths.h"
-#include "PhotoRecord.h"
-#include "Prompter.h"
-#include "Settings.h"
+#include "library/AlbumDocument.h"
+#include "library/AlbumFormat.h"
+#include "gps/GpsStore.h"
+#include "gps/KmlDocument.h"
+#include "gps/KmzWriter.h"
+#include "app/Language.h"
+#include "app/Paths.h"
+#include "library/PhotoRecord.h"
+#include "app/Prompter.h"
+#include "app/Settings.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "GpsNumbers.h"
+#include "gps/GpsNumbers.h"
 
 #include <algorithm>
 #include <array>

@@ -1,12 +1,12 @@
-#include "GpsStore.h"
+#include "gps/GpsStore.h"
 
-#include "Language.h"
-#include "Paths.h"
-#include "Prompter.h"
-#include "StoreFiles.h"
-#include "TimeText.h"
-#include "TrackFileWriter.h"
-#include "TrackPoints.h"
+#include "app/Language.h"
+#include "app/Paths.h"
+#include "app/Prompter.h"
+#include "gps/StoreFiles.h"
+#include "gps/TimeText.h"
+#include "gps/TrackFileWriter.h"
+#include "gps/TrackPoints.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "DataList.h"
-#include "GpsRecords.h"
-#include "Result.h"
+#include "datalist/DataList.h"
+#include "gps/GpsRecords.h"
+#include "app/Result.h"
 
 #include <QList>
 #include <QString>

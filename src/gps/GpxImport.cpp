@@ -1,12 +1,12 @@
-#include "GpxImport.h"
+#include "gps/GpxImport.h"
 
-#include "GpsNumbers.h"
-#include "GpsStore.h"
-#include "GpxReader.h"
-#include "Language.h"
-#include "ProgressSink.h"
-#include "TimeText.h"
-#include "TrackFileWriter.h"
+#include "gps/GpsNumbers.h"
+#include "gps/GpsStore.h"
+#include "gps/GpxReader.h"
+#include "app/Language.h"
+#include "app/ProgressSink.h"
+#include "gps/TimeText.h"
+#include "gps/TrackFileWriter.h"
 
 #include <QFile>
 #include <QStringEncoder>

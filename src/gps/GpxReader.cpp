@@ -1,8 +1,8 @@
-#include "GpxReader.h"
+#include "gps/GpxReader.h"
 
-#include "Degrees.h"
-#include "GpsNumbers.h"
-#include "ProgressSink.h"
+#include "app/Degrees.h"
+#include "gps/GpsNumbers.h"
+#include "app/ProgressSink.h"
 
 #include <QIODevice>
 #include <QXmlStreamReader>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "GpsRecords.h"
+#include "gps/GpsRecords.h"
 
 #include <QString>
 #include <QStringView>

@@ -1,10 +1,10 @@
-#include "GpxWriter.h"
+#include "gps/GpxWriter.h"
 
-#include "GpsNumbers.h"
-#include "Paths.h"
-#include "ProfileFile.h"
-#include "TimeText.h"
-#include "TrackPoints.h"
+#include "gps/GpsNumbers.h"
+#include "app/Paths.h"
+#include "app/ProfileFile.h"
+#include "gps/TimeText.h"
+#include "gps/TrackPoints.h"
 
 #include <QSaveFile>
 

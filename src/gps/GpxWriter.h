@@ -1,7 +1,7 @@
 #pragma once
 
-#include "GpsRecords.h"
-#include "Result.h"
+#include "gps/GpsRecords.h"
+#include "app/Result.h"
 
 #include <QDateTime>
 #include <QList>

@@ -1,11 +1,11 @@
-#include "KmlDocument.h"
+#include "gps/KmlDocument.h"
 
-#include "AlbumDocument.h"
-#include "GpsStore.h"
-#include "Paths.h"
-#include "PhotoRecord.h"
-#include "TimeText.h"
-#include "TrackPoints.h"
+#include "library/AlbumDocument.h"
+#include "gps/GpsStore.h"
+#include "app/Paths.h"
+#include "library/PhotoRecord.h"
+#include "gps/TimeText.h"
+#include "gps/TrackPoints.h"
 
 #include <QFile>
 #include <QHash>

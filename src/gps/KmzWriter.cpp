@@ -1,4 +1,4 @@
-#include "KmzWriter.h"
+#include "gps/KmzWriter.h"
 
 #include <QFile>
 #include <zip.h>

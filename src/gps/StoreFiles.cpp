@@ -1,7 +1,7 @@
-#include "StoreFiles.h"
+#include "gps/StoreFiles.h"
 
-#include "Language.h"
-#include "Prompter.h"
+#include "app/Language.h"
+#include "app/Prompter.h"
 
 #include <QFile>
 #include <cstdio>

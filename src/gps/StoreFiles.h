@@ -1,7 +1,7 @@
 #pragma once
 
-#include "DataList.h"
-#include "Result.h"
+#include "datalist/DataList.h"
+#include "app/Result.h"
 
 #include <QString>
 #include <functional>

@@ -1,9 +1,9 @@
-#include "TimeCorrection.h"
+#include "gps/TimeCorrection.h"
 
-#include "AlbumDocument.h"
-#include "Language.h"
-#include "PhotoRecord.h"
-#include "TimeText.h"
+#include "library/AlbumDocument.h"
+#include "app/Language.h"
+#include "library/PhotoRecord.h"
+#include "gps/TimeText.h"
 
 #include <cmath>
 

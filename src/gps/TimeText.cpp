@@ -1,4 +1,4 @@
-#include "TimeText.h"
+#include "gps/TimeText.h"
 
 #include <cmath>
 

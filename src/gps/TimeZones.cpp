@@ -1,7 +1,7 @@
-#include "TimeZones.h"
+#include "gps/TimeZones.h"
 
-#include "Language.h"
-#include "Settings.h"
+#include "app/Language.h"
+#include "app/Settings.h"
 
 #include <QDateTime>
 #include <QTimeZone>

@@ -1,8 +1,8 @@
-#include "TrackFileWriter.h"
+#include "gps/TrackFileWriter.h"
 
-#include "DataListStream.h"
-#include "GpsStore.h"
-#include "StoreFiles.h"
+#include "datalist/DataListStream.h"
+#include "gps/GpsStore.h"
+#include "gps/StoreFiles.h"
 
 #include <QDir>
 

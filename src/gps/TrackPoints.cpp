@@ -1,9 +1,9 @@
-#include "TrackPoints.h"
+#include "gps/TrackPoints.h"
 
-#include "DataListStream.h"
-#include "GpsStore.h"
-#include "StoreFiles.h"
-#include "TimeText.h"
+#include "datalist/DataListStream.h"
+#include "gps/GpsStore.h"
+#include "gps/StoreFiles.h"
+#include "gps/TimeText.h"
 
 #include <array>
 #include <cstring>

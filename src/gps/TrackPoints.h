@@ -1,7 +1,7 @@
 #pragma once
 
-#include "DataList.h"
-#include "GpsRecords.h"
+#include "datalist/DataList.h"
+#include "gps/GpsRecords.h"
 
 #include <QByteArray>
 #include <QByteArrayView>

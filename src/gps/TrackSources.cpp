@@ -1,9 +1,9 @@
-#include "TrackSources.h"
+#include "gps/TrackSources.h"
 
-#include "GpsStore.h"
-#include "HelperProgram.h"
-#include "Paths.h"
-#include "ShellAndWait.h"
+#include "gps/GpsStore.h"
+#include "app/HelperProgram.h"
+#include "app/Paths.h"
+#include "imaging/ShellAndWait.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "GpxImport.h"
+#include "gps/GpxImport.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,9 +1,9 @@
-#include "TrackStatistics.h"
+#include "gps/TrackStatistics.h"
 
-#include "GpsNumbers.h"
-#include "Settings.h"
-#include "TimeText.h"
-#include "TrackPoints.h"
+#include "gps/GpsNumbers.h"
+#include "app/Settings.h"
+#include "gps/TimeText.h"
+#include "gps/TrackPoints.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "TrackTimeIndex.h"
+#include "gps/TrackTimeIndex.h"
 
 #include <algorithm>
 #include <limits>

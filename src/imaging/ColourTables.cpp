@@ -1,4 +1,4 @@
-#include "ColourTables.h"
+#include "imaging/ColourTables.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,9 +1,9 @@
-#include "EditSafety.h"
-#include "ErrorText.h"
+#include "imaging/EditSafety.h"
+#include "imaging/ErrorText.h"
 
-#include "Exiv2Support.h"
-#include "ImagingLibrary.h"
-#include "PictureData.h"
+#include "imaging/Exiv2Support.h"
+#include "imaging/ImagingLibrary.h"
+#include "imaging/PictureData.h"
 
 using vips::VError;
 

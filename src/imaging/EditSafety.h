@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ImageFormat.h"
-#include "Picture.h"
-#include "Result.h"
+#include "imaging/ImageFormat.h"
+#include "imaging/Picture.h"
+#include "app/Result.h"
 
 #include <QByteArray>
 

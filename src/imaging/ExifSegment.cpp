@@ -1,4 +1,4 @@
-#include "ExifSegment.h"
+#include "imaging/ExifSegment.h"
 
 #include <optional>
 

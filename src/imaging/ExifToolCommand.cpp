@@ -1,8 +1,8 @@
-#include "ExifToolCommand.h"
+#include "imaging/ExifToolCommand.h"
 
-#include "HelperProgram.h"
-#include "TagTable.h"
-#include "Windows1252.h"
+#include "app/HelperProgram.h"
+#include "imaging/TagTable.h"
+#include "imaging/Windows1252.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>

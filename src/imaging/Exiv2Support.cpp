@@ -1,4 +1,4 @@
-#include "Exiv2Support.h"
+#include "imaging/Exiv2Support.h"
 
 #include <cstdint>
 

@@ -1,4 +1,4 @@
-#include "FlashText.h"
+#include "imaging/FlashText.h"
 
 #include <array>
 

@@ -1,9 +1,9 @@
-#include "ImageTags.h"
+#include "imaging/ImageTags.h"
 
-#include "ParallelWork.h"
-#include "TagReader.h"
-#include "TagRules.h"
-#include "TagTable.h"
+#include "imaging/ParallelWork.h"
+#include "imaging/TagReader.h"
+#include "imaging/TagRules.h"
+#include "imaging/TagTable.h"
 
 namespace {
 

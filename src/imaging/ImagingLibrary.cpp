@@ -1,4 +1,4 @@
-#include "ImagingLibrary.h"
+#include "imaging/ImagingLibrary.h"
 
 #include <exiv2/exiv2.hpp>
 #include <vips/vips8>

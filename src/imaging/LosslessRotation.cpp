@@ -1,9 +1,9 @@
-#include "LosslessRotation.h"
-#include "ErrorText.h"
+#include "imaging/LosslessRotation.h"
+#include "imaging/ErrorText.h"
 
-#include "ExifSegment.h"
-#include "Exiv2Support.h"
-#include "ImagingLibrary.h"
+#include "imaging/ExifSegment.h"
+#include "imaging/Exiv2Support.h"
+#include "imaging/ImagingLibrary.h"
 
 #include <turbojpeg.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Picture.h"
-#include "Result.h"
+#include "imaging/Picture.h"
+#include "app/Result.h"
 
 #include <QByteArray>
 #include <QSize>

@@ -1,12 +1,12 @@
-#include "MetadataWriter.h"
+#include "imaging/MetadataWriter.h"
 
-#include "StayOpenExifTool.h"
-#include "ImageTags.h"
-#include "LenientNumber.h"
-#include "ShellAndWait.h"
-#include "TagReader.h"
-#include "TagRules.h"
-#include "TagTable.h"
+#include "imaging/StayOpenExifTool.h"
+#include "imaging/ImageTags.h"
+#include "app/LenientNumber.h"
+#include "imaging/ShellAndWait.h"
+#include "imaging/TagReader.h"
+#include "imaging/TagRules.h"
+#include "imaging/TagTable.h"
 
 #include <cmath>
 

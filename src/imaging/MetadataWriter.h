@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ExifToolCommand.h"
-#include "PhotoFileFacts.h"
-#include "Result.h"
+#include "imaging/ExifToolCommand.h"
+#include "imaging/PhotoFileFacts.h"
+#include "app/Result.h"
 
 #include <QList>
 #include <functional>

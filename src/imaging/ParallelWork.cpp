@@ -1,4 +1,4 @@
-#include "ParallelWork.h"
+#include "imaging/ParallelWork.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,10 +1,10 @@
-#include "PhotoEdits.h"
+#include "imaging/PhotoEdits.h"
 
-#include "EditSafety.h"
-#include "LosslessRotation.h"
-#include "TagCopy.h"
-#include "TagReader.h"
-#include "Thumbnail.h"
+#include "imaging/EditSafety.h"
+#include "imaging/LosslessRotation.h"
+#include "imaging/TagCopy.h"
+#include "imaging/TagReader.h"
+#include "imaging/Thumbnail.h"
 
 #include <QFile>
 #include <QSaveFile>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ColourTables.h"
-#include "PhotoFileFacts.h"
-#include "Picture.h"
-#include "Result.h"
+#include "imaging/ColourTables.h"
+#include "imaging/PhotoFileFacts.h"
+#include "imaging/Picture.h"
+#include "app/Result.h"
 
 #include <QString>
 

@@ -1,4 +1,4 @@
-#include "PhotoFileFacts.h"
+#include "imaging/PhotoFileFacts.h"
 
 #include <QFileInfo>
 

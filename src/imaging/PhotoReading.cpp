@@ -1,7 +1,7 @@
-#include "PhotoReading.h"
+#include "imaging/PhotoReading.h"
 
-#include "Picture.h"
-#include "TagReader.h"
+#include "imaging/Picture.h"
+#include "imaging/TagReader.h"
 
 #include <QFileInfo>
 

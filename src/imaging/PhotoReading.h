@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ImageTags.h"
-#include "PhotoFileFacts.h"
-#include "Result.h"
-#include "Thumbnail.h"
+#include "imaging/ImageTags.h"
+#include "imaging/PhotoFileFacts.h"
+#include "app/Result.h"
+#include "imaging/Thumbnail.h"
 
 #include <QString>
 

@@ -1,8 +1,8 @@
-#include "Picture.h"
-#include "ErrorText.h"
+#include "imaging/Picture.h"
+#include "imaging/ErrorText.h"
 
-#include "ImagingLibrary.h"
-#include "PictureData.h"
+#include "imaging/ImagingLibrary.h"
+#include "imaging/PictureData.h"
 
 #include <QFile>
 #include <QSaveFile>

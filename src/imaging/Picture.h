@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ColourTables.h"
-#include "ImageFormat.h"
-#include "Result.h"
+#include "imaging/ColourTables.h"
+#include "imaging/ImageFormat.h"
+#include "app/Result.h"
 
 #include <QByteArray>
 #include <QFlags>

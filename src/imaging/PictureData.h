@@ -1,7 +1,7 @@
 #pragma once
 
 // Inside the image library only: the libvips picture behind a Picture.
-#include "Picture.h"
+#include "imaging/Picture.h"
 
 #include <vips/vips8>
 

@@ -1,8 +1,8 @@
 // The colour effects and the watermark of Picture: each works on the 8-bit sRGB form of the
 // picture and leaves its transparency as it was.
-#include "Picture.h"
+#include "imaging/Picture.h"
 
-#include "PictureData.h"
+#include "imaging/PictureData.h"
 
 #include <algorithm>
 #include <array>

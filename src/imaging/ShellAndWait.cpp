@@ -1,4 +1,4 @@
-#include "ShellAndWait.h"
+#include "imaging/ShellAndWait.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

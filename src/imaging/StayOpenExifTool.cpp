@@ -1,4 +1,4 @@
-#include "StayOpenExifTool.h"
+#include "imaging/StayOpenExifTool.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>

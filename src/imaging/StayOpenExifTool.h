@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ShellAndWait.h"
+#include "imaging/ShellAndWait.h"
 
 #include <QProcess>
 #include <optional>

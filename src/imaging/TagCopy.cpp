@@ -1,10 +1,10 @@
-#include "TagCopy.h"
-#include "ErrorText.h"
+#include "imaging/TagCopy.h"
+#include "imaging/ErrorText.h"
 
-#include "ExifSegment.h"
-#include "Exiv2Support.h"
-#include "ImagingLibrary.h"
-#include "Picture.h"
+#include "imaging/ExifSegment.h"
+#include "imaging/Exiv2Support.h"
+#include "imaging/ImagingLibrary.h"
+#include "imaging/Picture.h"
 
 
 namespace {

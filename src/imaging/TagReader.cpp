@@ -1,12 +1,12 @@
-#include "TagReader.h"
-#include "ErrorText.h"
+#include "imaging/TagReader.h"
+#include "imaging/ErrorText.h"
 
-#include "Exiv2Support.h"
-#include "FlashText.h"
-#include "ImagingLibrary.h"
-#include "JpegHeader.h"
-#include "TagTable.h"
-#include "Windows1252.h"
+#include "imaging/Exiv2Support.h"
+#include "imaging/FlashText.h"
+#include "imaging/ImagingLibrary.h"
+#include "imaging/JpegHeader.h"
+#include "imaging/TagTable.h"
+#include "imaging/Windows1252.h"
 
 #include <QBuffer>
 #include <QFile>

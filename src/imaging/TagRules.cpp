@@ -1,7 +1,7 @@
-#include "TagRules.h"
+#include "imaging/TagRules.h"
 
-#include "LenientNumber.h"
-#include "WallClock.h"
+#include "app/LenientNumber.h"
+#include "app/WallClock.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
-#include "TagTable.h"
+#include "imaging/TagTable.h"
 
-#include "ImageTags.h"
+#include "imaging/ImageTags.h"
 
 #include <array>
 #include <cstring>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TagReader.h"
+#include "imaging/TagReader.h"
 
 #include <QString>
 #include <QStringView>

@@ -1,10 +1,10 @@
-#include "Thumbnail.h"
-#include "ErrorText.h"
+#include "imaging/Thumbnail.h"
+#include "imaging/ErrorText.h"
 
-#include "ImagingLibrary.h"
-#include "ParallelWork.h"
-#include "PictureData.h"
-#include "TagReader.h"
+#include "imaging/ImagingLibrary.h"
+#include "imaging/ParallelWork.h"
+#include "imaging/PictureData.h"
+#include "imaging/TagReader.h"
 
 #include <QFile>
 

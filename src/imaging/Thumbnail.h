@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Result.h"
+#include "app/Result.h"
 
 #include <QList>
 #include <QString>

@@ -1,4 +1,4 @@
-#include "Windows1252.h"
+#include "imaging/Windows1252.h"
 
 #include <QStringDecoder>
 #include <array>

@@ -1,9 +1,9 @@
-#include "AlbumDocument.h"
+#include "library/AlbumDocument.h"
 
-#include "Language.h"
-#include "PhotoRecord.h"
-#include "Prompter.h"
-#include "Settings.h"
+#include "app/Language.h"
+#include "library/PhotoRecord.h"
+#include "app/Prompter.h"
+#include "app/Settings.h"
 
 #include <QCollator>
 #include <QDir>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "AlbumFormat.h"
-#include "DataList.h"
-#include "ImportReport.h"
-#include "Result.h"
+#include "library/AlbumFormat.h"
+#include "datalist/DataList.h"
+#include "library/ImportReport.h"
+#include "app/Result.h"
 
 #include <QDateTime>
 #include <QList>

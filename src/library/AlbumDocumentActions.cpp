@@ -1,11 +1,11 @@
 // The document's actions on notes, keywords, searches and deletion.
-#include "AlbumDocument.h"
+#include "library/AlbumDocument.h"
 
-#include "Keywords.h"
-#include "Language.h"
-#include "PhotoRecord.h"
-#include "Prompter.h"
-#include "Trash.h"
+#include "library/Keywords.h"
+#include "app/Language.h"
+#include "library/PhotoRecord.h"
+#include "app/Prompter.h"
+#include "library/Trash.h"
 
 #include <QFile>
 #include <QFileInfo>

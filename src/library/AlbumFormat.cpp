@@ -1,11 +1,11 @@
-#include "AlbumFormat.h"
+#include "library/AlbumFormat.h"
 
-#include "AppState.h"
-#include "ExportSettings.h"
-#include "HiddenFiles.h"
-#include "Language.h"
-#include "Paths.h"
-#include "PhotoRecord.h"
+#include "app/AppState.h"
+#include "library/ExportSettings.h"
+#include "library/HiddenFiles.h"
+#include "app/Language.h"
+#include "app/Paths.h"
+#include "library/PhotoRecord.h"
 
 #include <QDateTime>
 #include <QDir>

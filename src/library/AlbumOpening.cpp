@@ -1,12 +1,12 @@
-#include "AlbumOpening.h"
+#include "library/AlbumOpening.h"
 
-#include "AppState.h"
-#include "Language.h"
-#include "OrvAlbumImporter.h"
-#include "OutsideChanges.h"
-#include "PhotoRecord.h"
-#include "ProgressSink.h"
-#include "Prompter.h"
+#include "app/AppState.h"
+#include "app/Language.h"
+#include "library/OrvAlbumImporter.h"
+#include "library/OutsideChanges.h"
+#include "library/PhotoRecord.h"
+#include "app/ProgressSink.h"
+#include "app/Prompter.h"
 
 #include <QDir>
 #include <QFileInfo>

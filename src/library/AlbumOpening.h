@@ -1,6 +1,6 @@
 #pragma once
 
-#include "AlbumDocument.h"
+#include "library/AlbumDocument.h"
 
 class Prompter;
 class ProgressSink;

@@ -1,7 +1,7 @@
-#include "ExportSettings.h"
+#include "library/ExportSettings.h"
 
-#include "DataList.h"
-#include "Settings.h"
+#include "datalist/DataList.h"
+#include "app/Settings.h"
 
 #include <variant>
 

@@ -1,4 +1,4 @@
-#include "HiddenFiles.h"
+#include "library/HiddenFiles.h"
 
 #include <QFile>
 #include <QFileInfo>

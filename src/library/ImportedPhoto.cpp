@@ -1,4 +1,4 @@
-#include "ImportedPhoto.h"
+#include "library/ImportedPhoto.h"
 
 #include <QFile>
 #include <QFileInfo>

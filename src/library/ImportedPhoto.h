@@ -1,7 +1,7 @@
 #pragma once
 
-#include "PhotoReading.h"
-#include "Result.h"
+#include "imaging/PhotoReading.h"
+#include "app/Result.h"
 
 #include <QString>
 

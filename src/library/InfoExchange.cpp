@@ -1,9 +1,9 @@
-#include "InfoExchange.h"
+#include "library/InfoExchange.h"
 
-#include "AlbumDocument.h"
-#include "DataList.h"
-#include "Paths.h"
-#include "PhotoRecord.h"
+#include "library/AlbumDocument.h"
+#include "datalist/DataList.h"
+#include "app/Paths.h"
+#include "library/PhotoRecord.h"
 
 QString InfoExchangePath()
 {

@@ -1,4 +1,4 @@
-#include "Keywords.h"
+#include "library/Keywords.h"
 
 namespace Keywords {
 

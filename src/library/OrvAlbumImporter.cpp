@@ -1,14 +1,14 @@
-#include "OrvAlbumImporter.h"
+#include "library/OrvAlbumImporter.h"
 
-#include "AlbumDocument.h"
-#include "ImageTags.h"
-#include "ImportedPhoto.h"
-#include "Language.h"
-#include "ParallelWork.h"
-#include "PhotoRecord.h"
-#include "ProgressSink.h"
-#include "Settings.h"
-#include "Thumbnail.h"
+#include "library/AlbumDocument.h"
+#include "imaging/ImageTags.h"
+#include "library/ImportedPhoto.h"
+#include "app/Language.h"
+#include "imaging/ParallelWork.h"
+#include "library/PhotoRecord.h"
+#include "app/ProgressSink.h"
+#include "app/Settings.h"
+#include "imaging/Thumbnail.h"
 
 #include <QDateTime>
 #include <QDir>

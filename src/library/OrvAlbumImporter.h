@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ImportReport.h"
+#include "library/ImportReport.h"
 
 #include <QMap>
 #include <QSet>

@@ -1,8 +1,8 @@
-#include "OutsideChanges.h"
+#include "library/OutsideChanges.h"
 
-#include "AlbumDocument.h"
-#include "HiddenFiles.h"
-#include "PhotoRecord.h"
+#include "library/AlbumDocument.h"
+#include "library/HiddenFiles.h"
+#include "library/PhotoRecord.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -1,11 +1,11 @@
-#include "PhotoEditing.h"
+#include "library/PhotoEditing.h"
 
-#include "AlbumDocument.h"
-#include "Language.h"
-#include "LenientNumber.h"
-#include "MetadataWriter.h"
-#include "PhotoRecord.h"
-#include "ProgressSink.h"
+#include "library/AlbumDocument.h"
+#include "app/Language.h"
+#include "app/LenientNumber.h"
+#include "imaging/MetadataWriter.h"
+#include "library/PhotoRecord.h"
+#include "app/ProgressSink.h"
 
 #include <functional>
 

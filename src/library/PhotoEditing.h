@@ -2,8 +2,8 @@
 
 #include <QList>
 
-#include "ColourTables.h"
-#include "PhotoEdits.h"
+#include "imaging/ColourTables.h"
+#include "imaging/PhotoEdits.h"
 
 class AlbumDocument;
 class ProgressSink;

@@ -1,6 +1,6 @@
-#include "PhotoRecord.h"
+#include "library/PhotoRecord.h"
 
-#include "Settings.h"
+#include "app/Settings.h"
 
 #include <QHash>
 #include <QSet>

@@ -1,9 +1,9 @@
-#include "PhotoTransfer.h"
+#include "library/PhotoTransfer.h"
 
-#include "AlbumDocument.h"
-#include "DataList.h"
-#include "InfoExchange.h"
-#include "OrvAlbumImporter.h"
+#include "library/AlbumDocument.h"
+#include "datalist/DataList.h"
+#include "library/InfoExchange.h"
+#include "library/OrvAlbumImporter.h"
 
 #include <QDir>
 #include <QFile>

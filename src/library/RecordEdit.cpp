@@ -1,10 +1,10 @@
-#include "RecordEdit.h"
+#include "library/RecordEdit.h"
 
-#include "AlbumDocument.h"
-#include "Language.h"
-#include "Degrees.h"
-#include "PhotoRecord.h"
-#include "WallClock.h"
+#include "library/AlbumDocument.h"
+#include "app/Language.h"
+#include "app/Degrees.h"
+#include "library/PhotoRecord.h"
+#include "app/WallClock.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "Trash.h"
+#include "library/Trash.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "DataSink.h"
+#include "net/DataSink.h"
 
 void DataSink::Reset()
 {

@@ -1,6 +1,6 @@
-#include "EventPump.h"
+#include "net/EventPump.h"
 
-#include "TcpChannel.h"
+#include "net/TcpChannel.h"
 
 #include <QCoreApplication>
 

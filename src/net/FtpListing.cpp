@@ -1,4 +1,4 @@
-#include "FtpListing.h"
+#include "net/FtpListing.h"
 
 #include <QList>
 #include <array>

@@ -1,4 +1,4 @@
-#include "FtpReply.h"
+#include "net/FtpReply.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "HttpResponse.h"
+#include "net/HttpResponse.h"
 
 #include <QFile>
 

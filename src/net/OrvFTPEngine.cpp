@@ -1,7 +1,7 @@
-#include "OrvFTPEngine.h"
+#include "net/OrvFTPEngine.h"
 
-#include "FtpListing.h"
-#include "LastError.h"
+#include "net/FtpListing.h"
+#include "net/LastError.h"
 
 #include <QHostAddress>
 

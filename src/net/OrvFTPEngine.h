@@ -1,11 +1,11 @@
 #pragma once
 
-#include "DataSink.h"
-#include "EventPump.h"
-#include "FtpReply.h"
-#include "Result.h"
-#include "TcpChannel.h"
-#include "TransferProgress.h"
+#include "net/DataSink.h"
+#include "net/EventPump.h"
+#include "net/FtpReply.h"
+#include "app/Result.h"
+#include "net/TcpChannel.h"
+#include "net/TransferProgress.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,6 +1,6 @@
 // The two file transfers of OrvFTPEngine: a download written to disk as it arrives, and an upload
 // sent in blocks of 2,048 bytes, each awaited before the next is read.
-#include "OrvFTPEngine.h"
+#include "net/OrvFTPEngine.h"
 
 namespace {
 

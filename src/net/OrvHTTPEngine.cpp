@@ -1,7 +1,7 @@
-#include "OrvHTTPEngine.h"
+#include "net/OrvHTTPEngine.h"
 
-#include "HttpResponse.h"
-#include "LastError.h"
+#include "net/HttpResponse.h"
+#include "net/LastError.h"
 
 namespace {
 

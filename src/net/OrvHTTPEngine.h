@@ -1,10 +1,10 @@
 #pragma once
 
-#include "DataSink.h"
-#include "EventPump.h"
-#include "Result.h"
-#include "TcpChannel.h"
-#include "TransferProgress.h"
+#include "net/DataSink.h"
+#include "net/EventPump.h"
+#include "app/Result.h"
+#include "net/TcpChannel.h"
+#include "net/TransferProgress.h"
 
 #include <QString>
 #include <atomic>

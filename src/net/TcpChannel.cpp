@@ -1,4 +1,4 @@
-#include "TcpChannel.h"
+#include "net/TcpChannel.h"
 
 #include <QHostAddress>
 

@@ -1,8 +1,8 @@
-#include "GuiStartupHost.h"
+#include "ui/GuiStartupHost.h"
 
-#include "MainWindow.h"
-#include "Paths.h"
-#include "SplashWindow.h"
+#include "ui/MainWindow.h"
+#include "app/Paths.h"
+#include "ui/SplashWindow.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

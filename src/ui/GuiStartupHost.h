@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Startup.h"
+#include "app/Startup.h"
 
 #include <QPointer>
 #include <memory>

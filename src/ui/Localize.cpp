@@ -1,7 +1,7 @@
-#include "Localize.h"
+#include "ui/Localize.h"
 
-#include "Language.h"
-#include "Settings.h"
+#include "app/Language.h"
+#include "app/Settings.h"
 
 #include <QAbstractButton>
 #include <QAction>

@@ -1,7 +1,7 @@
-#include "MainWindow.h"
+#include "ui/MainWindow.h"
 
-#include "Localize.h"
-#include "RecentDocs.h"
+#include "ui/Localize.h"
+#include "app/RecentDocs.h"
 
 #include <QApplication>
 #include <QMdiArea>

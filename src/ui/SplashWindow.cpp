@@ -1,8 +1,8 @@
-#include "SplashWindow.h"
+#include "ui/SplashWindow.h"
 
-#include "Language.h"
-#include "Paths.h"
-#include "Version.h"
+#include "app/Language.h"
+#include "app/Paths.h"
+#include "app/Version.h"
 
 #include <QFileInfo>
 #include <QLabel>

@@ -1,5 +1,5 @@
-#include "GuiStartupHost.h"
-#include "Startup.h"
+#include "ui/GuiStartupHost.h"
+#include "app/Startup.h"
 
 #include <QApplication>
 

@@ -1,4 +1,4 @@
-#include "ProfileText.h"
+#include "app/ProfileText.h"
 #include "TestEnvironment.h"
 
 #include <QDirIterator>

@@ -1,5 +1,5 @@
-#include "ProfileFile.h"
-#include "ProfileText.h"
+#include "app/ProfileFile.h"
+#include "app/ProfileText.h"
 #include "TestEnvironment.h"
 
 #include <QFile>

@@ -1,10 +1,10 @@
-#include "AppState.h"
-#include "AutoPlay.h"
-#include "Language.h"
-#include "Paths.h"
-#include "RecentDocs.h"
-#include "Startup.h"
-#include "Settings.h"
+#include "app/AppState.h"
+#include "app/AutoPlay.h"
+#include "app/Language.h"
+#include "app/Paths.h"
+#include "app/RecentDocs.h"
+#include "app/Startup.h"
+#include "app/Settings.h"
 #include "TestEnvironment.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
-#include "AlbumFormat.h"
+#include "library/AlbumFormat.h"
 #include "CliRunner.h"
-#include "DataList.h"
+#include "datalist/DataList.h"
 #include "TestEnvironment.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 #include "GpsTestSupport.h"
 
-#include "AlbumFormat.h"
-#include "TrackPoints.h"
+#include "library/AlbumFormat.h"
+#include "gps/TrackPoints.h"
 #include "TestEnvironment.h"
 
 #include <QDir>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "AlbumDocument.h"
-#include "GpsStore.h"
-#include "Prompter.h"
+#include "library/AlbumDocument.h"
+#include "gps/GpsStore.h"
+#include "app/Prompter.h"
 #include "TestEnvironment.h"
 
 #include <QMap>

@@ -1,11 +1,11 @@
 #include "GpsTestSupport.h"
-#include "GpxImport.h"
-#include "Language.h"
-#include "Settings.h"
-#include "StoreFiles.h"
+#include "gps/GpxImport.h"
+#include "app/Language.h"
+#include "app/Settings.h"
+#include "gps/StoreFiles.h"
 #include "TestEnvironment.h"
-#include "TrackPoints.h"
-#include "TrackStatistics.h"
+#include "gps/TrackPoints.h"
+#include "gps/TrackStatistics.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,9 +1,9 @@
 #include "GpsTestSupport.h"
-#include "GpxImport.h"
-#include "GpxWriter.h"
-#include "ProgressSink.h"
+#include "gps/GpxImport.h"
+#include "gps/GpxWriter.h"
+#include "app/ProgressSink.h"
 #include "TestEnvironment.h"
-#include "TrackPoints.h"
+#include "gps/TrackPoints.h"
 
 #include <QDir>
 #include <QRegularExpression>

@@ -1,9 +1,9 @@
-#include "EarthOutput.h"
+#include "gps/EarthOutput.h"
 #include "GpsTestSupport.h"
-#include "GpxImport.h"
-#include "KmlDocument.h"
-#include "Language.h"
-#include "Settings.h"
+#include "gps/GpxImport.h"
+#include "gps/KmlDocument.h"
+#include "app/Language.h"
+#include "app/Settings.h"
 #include "TestEnvironment.h"
 
 #include <QDir>

@@ -1,8 +1,8 @@
 #include "GpsTestSupport.h"
-#include "GpxImport.h"
-#include "Language.h"
-#include "PhotoMatching.h"
-#include "PhotoRecord.h"
+#include "gps/GpxImport.h"
+#include "app/Language.h"
+#include "gps/PhotoMatching.h"
+#include "library/PhotoRecord.h"
 #include "TestEnvironment.h"
 
 #include <QTest>

@@ -1,8 +1,8 @@
 #include "GpsTestSupport.h"
-#include "Settings.h"
+#include "app/Settings.h"
 #include "TestEnvironment.h"
-#include "TimeText.h"
-#include "TimeZones.h"
+#include "gps/TimeText.h"
+#include "gps/TimeZones.h"
 
 #include <QTest>
 

@@ -1,7 +1,7 @@
 #include "GpsTestSupport.h"
-#include "Language.h"
+#include "app/Language.h"
 #include "TestEnvironment.h"
-#include "TrackSources.h"
+#include "gps/TrackSources.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,8 +1,8 @@
-#include "ImageTags.h"
+#include "imaging/ImageTags.h"
 #include "ImagingTestSupport.h"
-#include "Picture.h"
+#include "imaging/Picture.h"
 #include "TestEnvironment.h"
-#include "Thumbnail.h"
+#include "imaging/Thumbnail.h"
 
 #include <QDir>
 #include <QFile>

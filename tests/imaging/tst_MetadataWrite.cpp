@@ -1,6 +1,6 @@
 #include "ImagingTestSupport.h"
-#include "MetadataWriter.h"
-#include "ShellAndWait.h"
+#include "imaging/MetadataWriter.h"
+#include "imaging/ShellAndWait.h"
 #include "TestEnvironment.h"
 
 #include <QDir>

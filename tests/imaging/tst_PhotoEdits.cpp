@@ -1,7 +1,7 @@
 #include "ImagingTestSupport.h"
-#include "PhotoEdits.h"
+#include "imaging/PhotoEdits.h"
 #include "TestEnvironment.h"
-#include "Thumbnail.h"
+#include "imaging/Thumbnail.h"
 
 #include <QFileInfo>
 #include <QProcess>

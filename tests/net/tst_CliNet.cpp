@@ -1,5 +1,5 @@
 #include "CliRunner.h"
-#include "OrvFTPEngine.h"
+#include "net/OrvFTPEngine.h"
 #include "ScriptedServers.h"
 #include "ServerProcess.h"
 #include "TestEnvironment.h"

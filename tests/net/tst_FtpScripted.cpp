@@ -1,4 +1,4 @@
-#include "OrvFTPEngine.h"
+#include "net/OrvFTPEngine.h"
 #include "ScriptedServers.h"
 #include "TestEnvironment.h"
 

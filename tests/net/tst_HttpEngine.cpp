@@ -1,4 +1,4 @@
-#include "OrvHTTPEngine.h"
+#include "net/OrvHTTPEngine.h"
 #include "ScriptedServers.h"
 #include "TestEnvironment.h"
 

@@ -1,5 +1,5 @@
-#include "FtpListing.h"
-#include "FtpReply.h"
+#include "net/FtpListing.h"
+#include "net/FtpReply.h"
 
 #include <QTest>
 

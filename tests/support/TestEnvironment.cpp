@@ -1,7 +1,7 @@
 #include "TestEnvironment.h"
 
-#include "Language.h"
-#include "RecentDocs.h"
+#include "app/Language.h"
+#include "app/RecentDocs.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "AppEnvironment.h"
+#include "app/AppEnvironment.h"
 
 #include <QDate>
 #include <QMap>

@@ -1,5 +1,5 @@
-#include "Language.h"
-#include "Localize.h"
+#include "app/Language.h"
+#include "ui/Localize.h"
 #include "TestEnvironment.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
-#include "DataListReader.h"
+#include "datalist/DataListReader.h"
 
-#include "DataListXml.h"
+#include "datalist/DataListXml.h"
 
 #include <QXmlStreamWriter>
 #include <limits>

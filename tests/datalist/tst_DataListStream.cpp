@@ -1,5 +1,5 @@
-#include "DataList.h"
-#include "DataListStream.h"
+#include "datalist/DataList.h"
+#include "datalist/DataListStream.h"
 #include "TestEnvironment.h"
 
 #include <QBuffer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DataListStream.h"
+#include "datalist/DataListStream.h"
 
 #include <vector>
 

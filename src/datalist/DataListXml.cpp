@@ -1,4 +1,4 @@
-#include "DataListXml.h"
+#include "datalist/DataListXml.h"
 
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>

@@ -1,4 +1,4 @@
-#include "DataListScanner.h"
+#include "datalist/DataListScanner.h"
 
 #include <QIODevice>
 #include <algorithm>

@@ -1,5 +1,5 @@
-#include "DataListScanner.h"
-#include "DataListStream.h"
+#include "datalist/DataListScanner.h"
+#include "datalist/DataListStream.h"
 
 #include <QFile>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DataList.h"
+#include "datalist/DataList.h"
 
 #include <QByteArray>
 #include <QByteArrayView>

@@ -1,7 +1,7 @@
-#include "DataList.h"
+#include "datalist/DataList.h"
 
-#include "DataListReader.h"
-#include "DataListXml.h"
+#include "datalist/DataListReader.h"
+#include "datalist/DataListXml.h"
 
 #include <QFile>
 #include <QSaveFile>

@@ -1,4 +1,4 @@
-#include "DataList.h"
+#include "datalist/DataList.h"
 #include "TestEnvironment.h"
 
 #include <QDir>
@@ -239,7 +239,7 @@ void DataListTest::failedSaveKeepsTheFile()
 void DataListTest::oddFilesSaveAsTheyLoad_data()
 {
     QTest::addColumn<QString>("path");
-    const QDir data(QStringLiteral(ORVANA_SOURCE_DIR "/tests/library/data"));
+    const QDir data(QStringLiteral(ORVANA_SOURCE_DIR "/tests/datalist/data"));
     for (const QString &name : data.entryList(QDir::Files))
         QTest::newRow(qPrintable(name)) << data.filePath(name);
 }

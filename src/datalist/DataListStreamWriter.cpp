@@ -1,4 +1,4 @@
-#include "DataListStream.h"
+#include "datalist/DataListStream.h"
 
 #include <QIODevice>
 #include <algorithm>
