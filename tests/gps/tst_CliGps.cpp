@@ -212,6 +212,9 @@ void CliGpsTest::valuesRefusedOrKept_data()
     QTest::newRow("latitude nan") << QStringList{"album", "set", "ALBUM", inn2, "Latitude", "nan"} << 1 << "latitude from -90 to 90" << inn2 + " Latitude=";
     QTest::newRow("longitude inf") << QStringList{"album", "set", "ALBUM", inn2, "lon", "inf"} << 1 << "longitude from -180 to 180" << inn2 + " Longitude=";
     QTest::newRow("latitude 90.5") << QStringList{"album", "set", "ALBUM", inn2, "lat", "90.5"} << 1 << "latitude" << inn2 + " Latitude=";
+    QTest::newRow("latitude with a sign and blanks") << QStringList{"album", "set", "ALBUM", inn2, "lat", " +45.25 "} << 0 << "" << inn2 + " Latitude=45.250000";
+    QTest::newRow("latitude with two signs") << QStringList{"album", "set", "ALBUM", inn2, "lat", "+-45"} << 1 << "latitude" << inn2 + " Latitude=";
+    QTest::newRow("latitude with a unit") << QStringList{"album", "set", "ALBUM", inn2, "lat", "45N"} << 1 << "latitude" << inn2 + " Latitude=";
     QTest::newRow("latitude -90") << QStringList{"album", "set", "ALBUM", inn2, "lat", "-90"} << 0 << "" << inn2 + " Latitude=-90.000000";
     QTest::newRow("waypoint at latitude 91") << QStringList{"gps", "waypoint", "add", "Hut", "91", "13"} << 2 << "latitude from -90 to 90" << "";
     QTest::newRow("waypoint at longitude nan") << QStringList{"gps", "waypoint", "add", "Hut", "46", "nan"} << 2 << "longitude" << "";
