@@ -111,7 +111,9 @@ def tags(args):
 
 def exiftool_arguments(path):
     arguments = ["-overwrite_original", f"-Caption-Abstract={DESCRIPTION}", f"-ImageDescription={DESCRIPTION}"]
+    arguments += [f"-XMP-dc:Description={DESCRIPTION}"]
     arguments += [f"-keywords={keyword}" for keyword in KEYWORDS]
+    arguments += [f"-XMP-dc:Subject={keyword}" for keyword in KEYWORDS]
     arguments += ["-GPSMapDatum=WGS-84", "-gps:GPSMeasureMode=2", "-gps:GPSLongitudeRef=W",
                   f"-gps:GPSLongitude={abs(LONGITUDE)}", "-gps:GPSLatitudeRef=N", f"-gps:GPSLatitude={LATITUDE}",
                   "-gps:GPSAltitudeRef=Above Sea Level", f"-gps:GPSAltitude={ELEVATION:.1f}", path]
@@ -126,7 +128,7 @@ def written_tags(folder):
 
 def orvana_write_command(cli, files):
     return [cli, "image", "write-metadata", "--description", DESCRIPTION, "--keywords", ";".join(KEYWORDS) + ";",
-            "--position", str(LONGITUDE), str(LATITUDE), str(ELEVATION)] + [str(file) for file in files]
+            "--position", f"{LONGITUDE},{LATITUDE},{ELEVATION}"] + [str(file) for file in files]
 
 
 def writable_sources(args):
