@@ -7,7 +7,7 @@
 
 QString HelperProgram(const QString &name)
 {
-    const QString shipped = ResourcesFolder() + u'/' + name;
+    QString shipped = ResourcesFolder() + u'/' + name;
     if (QFileInfo(shipped).isExecutable())
         return shipped;
     const QString onPath = QStandardPaths::findExecutable(name);

@@ -97,7 +97,7 @@ QString Marked(const QString &word)
     return negativeNumber ? NumberMark + word : word;
 }
 
-QString Unmarked(QString word)
+QString Unmarked(const QString &word)
 {
     return word.startsWith(NumberMark) ? word.mid(1) : word;
 }

@@ -71,7 +71,7 @@ Result Layout(const QByteArray &bytes, ImageFormat format, PictureLayout &layout
 Result CheckEditable(const QByteArray &original, ImageFormat format)
 {
     PictureLayout layout;
-    if (const Result read = Layout(original, format, layout); !read)
+    if (Result read = Layout(original, format, layout); !read)
         return read;
     if (layout.pages > 1)
         return Result::Failure(QStringLiteral("the photo holds %1 pages or frames, and an edit would keep only the first")
@@ -88,7 +88,7 @@ Result EncodeLikeOriginal(const QByteArray &original, ImageFormat format, const 
     const EmbeddedTags carried = format == ImageFormat::Png ? EmbeddedTags::Dropped : EmbeddedTags::Kept;
     if (format == ImageFormat::Tiff) {
         TiffCoding coding;
-        if (const Result known = TiffCodingOf(original, coding); !known)
+        if (Result known = TiffCodingOf(original, coding); !known)
             return known;
         encoded = EncodeTiff(edited, coding.compression, coding.predictor, carried);
     } else {
@@ -98,9 +98,9 @@ Result EncodeLikeOriginal(const QByteArray &original, ImageFormat format, const 
         return Result::Failure(QStringLiteral("the edited photo cannot be encoded"));
     PictureLayout before;
     PictureLayout after;
-    if (const Result read = Layout(original, format, before); !read)
+    if (Result read = Layout(original, format, before); !read)
         return read;
-    if (const Result read = Layout(encoded, format, after); !read)
+    if (Result read = Layout(encoded, format, after); !read)
         return read;
     if (before.deep && !after.deep)
         return Result::Failure(QStringLiteral("the photo has more than 8 bits a sample, which this edit would not keep"));

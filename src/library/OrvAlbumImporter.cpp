@@ -176,7 +176,7 @@ ImportReport OrvAlbumImporter::Import(const QStringList &paths, const std::vecto
             names.recorded.insert(inFolder[i]);
     }
     const auto freeName = [&](const QString &name) {
-        const QString chosen = FreeNameIn(name, [&](const QString &candidate) {
+        QString chosen = FreeNameIn(name, [&](const QString &candidate) {
             return names.photos.contains(FoldedName(candidate)) || names.thumbnails.contains(FoldedName(PhotoRecord::ThumbnailName(candidate)));
         });
         names.photos.insert(FoldedName(chosen));
