@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QLocale>
 #include <QStandardPaths>
+#include <QStorageInfo>
 
 namespace {
 
@@ -52,4 +53,25 @@ std::shared_ptr<const AppEnvironment> SetEnvironment(std::shared_ptr<const AppEn
 {
     std::swap(Current(), environment);
     return environment;
+}
+
+// Removable media mount under /media or /run/media (udisks), by hand often under /mnt; phones
+// and cameras speaking MTP or PTP appear through gvfs as folders of the user's runtime folder.
+// Network and system mounts are left out: looking into them can hang on a dead server.
+QStringList SystemEnvironment::MountedVolumes() const
+{
+    QStringList volumes;
+    for (const QStorageInfo &volume : QStorageInfo::mountedVolumes()) {
+        const QString root = volume.rootPath();
+        if (volume.isValid() && volume.isReady()
+            && (root.startsWith(QLatin1String("/media/")) || root.startsWith(QLatin1String("/run/media/")) || root.startsWith(QLatin1String("/mnt/"))))
+            volumes << root;
+    }
+    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (!runtime.isEmpty()) {
+        const QDir gvfs(runtime + QStringLiteral("/gvfs"));
+        for (const QString &device : gvfs.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+            volumes << gvfs.filePath(device);
+    }
+    return volumes;
 }

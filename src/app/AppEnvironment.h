@@ -2,6 +2,7 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 // What the program learns from the machine it runs on. Every reader goes through the current
@@ -19,6 +20,8 @@ public:
     virtual QDate Today() const = 0;
     // Where desktop entries of the user live (~/.local/share/applications).
     virtual QString ApplicationsFolder() const = 0;
+    // The roots of the mounted volumes a camera, a card or a phone can appear as.
+    virtual QStringList MountedVolumes() const = 0;
 };
 
 // The real machine, through QStandardPaths, QLocale and the clock.
@@ -29,6 +32,7 @@ public:
     QString SystemLocaleName() const override;
     QDate Today() const override;
     QString ApplicationsFolder() const override;
+    QStringList MountedVolumes() const override;
 };
 
 const AppEnvironment &Environment();

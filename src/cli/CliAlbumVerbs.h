@@ -4,6 +4,7 @@
 
 // Album verbs that work on an open album; each returns the exit code.
 int AlbumImport(const CliArguments &args, AlbumDocument &album);
+int AlbumCameraImport(const CliArguments &args, AlbumDocument &album);
 int AlbumCheck(const CliArguments &args, AlbumDocument &album);
 int AlbumSearch(const CliArguments &args, AlbumDocument &album);
 int AlbumSetNote(const CliArguments &args, AlbumDocument &album);

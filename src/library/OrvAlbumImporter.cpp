@@ -69,20 +69,6 @@ QString NotAPhoto(const QString &fileName)
         : QStringLiteral("not a photo: only .jpeg and .jpg files (with AllowNonJPEG also .tif, .tiff, .png, .bmp, .psd and .gif) are imported");
 }
 
-QString FreeNameIn(const QString &name, const std::function<bool(const QString &)> &taken)
-{
-    if (!taken(name))
-        return name;
-    const qsizetype dot = name.lastIndexOf(u'.');
-    const QString base = dot < 0 ? name : name.left(dot);
-    const QString extension = dot < 0 ? QString() : name.mid(dot);
-    for (int n = 1;; ++n) {
-        QString candidate = base + u'(' + QString::number(n) + u')' + extension;
-        if (!taken(candidate))
-            return candidate;
-    }
-}
-
 } // namespace
 
 OrvAlbumImporter::OrvAlbumImporter()
@@ -176,7 +162,7 @@ ImportReport OrvAlbumImporter::Import(const QStringList &paths, const std::vecto
             names.recorded.insert(inFolder[i]);
     }
     const auto freeName = [&](const QString &name) {
-        QString chosen = FreeNameIn(name, [&](const QString &candidate) {
+        QString chosen = PhotoRecord::FreeName(name, [&](const QString &candidate) {
             return names.photos.contains(FoldedName(candidate)) || names.thumbnails.contains(FoldedName(PhotoRecord::ThumbnailName(candidate)));
         });
         names.photos.insert(FoldedName(chosen));
@@ -275,7 +261,7 @@ void OrvAlbumImporter::ClearDropFolder(ImportReport &report)
     if (!left.isEmpty())
         QDir().mkpath(kept);
     for (const QFileInfo &file : left) {
-        const QString name = FreeNameIn(file.fileName(), [&](const QString &candidate) { return QFileInfo::exists(kept + u'/' + candidate); });
+        const QString name = PhotoRecord::FreeName(file.fileName(), [&](const QString &candidate) { return QFileInfo::exists(kept + u'/' + candidate); });
         const bool moved = QFile::rename(file.absoluteFilePath(), kept + u'/' + name);
         const QString where = moved ? QStringLiteral("; kept in %1 as %2").arg(AlbumFormat::NonPhotoFolderName, name)
                                     : QStringLiteral("; it could not be moved to %1 and stays where it is").arg(AlbumFormat::NonPhotoFolderName);

@@ -92,4 +92,18 @@ int MatchName(const QString &name, const QStringList &right)
     return MatchNames({name}, right).front();
 }
 
+QString FreeName(const QString &name, const std::function<bool(const QString &)> &taken)
+{
+    if (!taken(name))
+        return name;
+    const qsizetype dot = name.lastIndexOf(u'.');
+    const QString base = dot < 0 ? name : name.left(dot);
+    const QString extension = dot < 0 ? QString() : name.mid(dot);
+    for (int n = 1;; ++n) {
+        QString candidate = base + u'(' + QString::number(n) + u')' + extension;
+        if (!taken(candidate))
+            return candidate;
+    }
+}
+
 } // namespace PhotoRecord

@@ -3,6 +3,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 // The keys of a photo record, the classification of files into photos and other files, and the
 // rules that keep record file names inside their album.
@@ -62,5 +63,7 @@ int MatchName(const QString &name, const QStringList &right);
 // A name for a new file is taken when any name there equals it in any letter case: the rule
 // above could pair it with that one, and a system that ignores case could not keep both.
 QString FoldedName(const QString &name);
+// The name itself when it is not taken, else the first free "base(n).ext" from n = 1.
+QString FreeName(const QString &name, const std::function<bool(const QString &)> &taken);
 
 } // namespace PhotoRecord

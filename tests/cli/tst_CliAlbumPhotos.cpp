@@ -103,6 +103,12 @@ void CliAlbumPhotosTest::verbs_data()
                                                                {"@write", "A/raw.files/t.txt"}, {"fails", "album", "list", "A"}}
                                                       << "p1.jpg\np2.jpg\np3.jpg\ntop.jpg\n" << L{"x.jpg: lies in a subfolder", "t.txt: not a photo", "kept in non-photo.files as t.txt"}
                                                       << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg", "top.jpg"} << L{"A/raw.files/DCIM/100CANON/x.jpg", "A/non-photo.files/t.txt", "!A/raw.files/top.jpg"};
+    // A camera import takes what the album lacks (same name, size and capture time: in it), never
+    // a phone's hidden previews, and leaves the card as it was.
+    QTest::newRow("camera import skips photos in the album") << Steps{{"@copy", "A/p1.jpg", "card/DCIM/100CANON/p1.jpg"}, {"@copy", "A/p2.jpg", "card/DCIM/100CANON/new.jpg"},
+                                                                      {"@copy", "A/p3.jpg", "card/DCIM/.thumbnails/t.jpg"}, {"album", "camera-import", "A", "card"}}
+                                                             << "new.jpg\n" << L{} << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg", "new.jpg"}
+                                                             << L{"card/DCIM/100CANON/p1.jpg", "card/DCIM/100CANON/new.jpg", "!A/raw.files"};
     QTest::newRow("a photo the trash refuses stays") << Steps{{"@write", "blocker"}, {"@env", "blocker/data"}, {"fails", "album", "delete", "A", "p2.jpg", "p3.jpg"}}
                                                      << "" << L{"p2.jpg could not be moved to the trash: there is no trash", "p3.jpg could not"} << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg"} << L{"A/p2.jpg"};
     QTest::newRow("changes outside: new, rewritten, gone") << Steps{{"@copy", "A/p3.jpg", "A/new.jpg"}, {"@write", "A/p1.jpg"}, {"@remove", "A/p2.jpg"}, {"album", "check", "A", "--remove-missing"}}

@@ -17,12 +17,14 @@ public:
     QString applications;
     QString locale = QStringLiteral("en_US");
     QDate today = QDate(2026, 11, 22);
+    QStringList volumes;
 
     QString DocumentsFolder() const override { return documents; }
     QString InstallFolder() const override { return install; }
     QString SystemLocaleName() const override { return locale; }
     QDate Today() const override { return today; }
     QString ApplicationsFolder() const override { return applications; }
+    QStringList MountedVolumes() const override { return volumes; }
 };
 
 class ScopedTestEnvironment {
