@@ -1,7 +1,6 @@
 #pragma once
 
 #include "net/DataSink.h"
-#include "net/EventPump.h"
 #include "net/FtpReply.h"
 #include "app/Result.h"
 #include "net/TcpChannel.h"
@@ -22,9 +21,9 @@ struct FtpTimeouts {
 
 // The program's FTP client: blocking calls, passive mode and binary transfers only. Each call
 // sends its commands on the control connection and waits for the reply, the data or a time-out
-// while serving the calling thread's events, so a progress dialog and its Cancel stay alive. Use
-// one engine from one thread (the one that made it), one call at a time; Cancel may be set from
-// anywhere.
+// in short blocking slices (TcpChannel::SliceMs) without serving any events, so windows run it on
+// a worker thread. Use one engine from one thread (the one that made it), one call at a time;
+// Cancel may be set from any thread and is seen between slices.
 //
 // Calls return true on success; a failure leaves its reason in LastError, which no success
 // clears. Failed commands leave the control connection open: the caller decides whether to go on.
@@ -92,8 +91,8 @@ private:
     // Waits until the block in flight counts as sent; false after the block time-out.
     bool AwaitBlockSent();
     QString ReceiveListing(const QString &path);
-    // Waits, serving events, until `done` holds, Cancel is set or `limitMs` pass since `started`.
-    void WaitUntil(const std::function<bool()> &done, const QElapsedTimer &started, qint64 limitMs);
+    // Waits on `channel` until `done` holds, Cancel is set or `limitMs` pass since `started`.
+    void WaitUntil(TcpChannel &channel, const std::function<bool()> &done, const QElapsedTimer &started, qint64 limitMs);
     bool Report(const Result &result);
 
     QString lastError;
@@ -105,7 +104,6 @@ private:
 
     FtpReplyReader replies;
     DataSink received;
-    EventPump pump;
     TcpChannel command;
     TcpChannel data;
 };
