@@ -14,7 +14,7 @@ public:
     {
         thread.start();
         anchor.moveToThread(&thread);
-        Run([this](Server &) {});
+        Run([](Server &) {});
     }
     ~ServerThread()
     {
