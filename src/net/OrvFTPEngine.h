@@ -45,9 +45,12 @@ public:
     qint16 TcpCommandStatus() const { return command.Status(); }
     // 0 not connected, 1 connected and idle, 2 socket error, 3 a block is being sent.
     qint16 TcpDataStatus() const { return data.Status(); }
-    // Makes every wait stop at its next round. The engine never resets it.
-    bool Cancel() const { return cancel.load(); }
+    // Makes every wait stop at its next slice. The engine never resets it.
+    bool Cancel() const { return cancel.load() || (cancelWhen && cancelWhen()); }
     void SetCancel(bool value) { cancel.store(value); }
+    // A Cancel of the caller's own (a progress window's), asked on the engine's thread between
+    // slices as well: set it before a call, not during one.
+    void SetCancelWhen(std::function<bool()> cancelled) { cancelWhen = std::move(cancelled); }
     // When set (the default), folders made and files stored get mode 755.
     bool NeedChangeModeTo755() const { return needChangeModeTo755; }
     void SetNeedChangeModeTo755(bool value) { needChangeModeTo755 = value; }
@@ -99,6 +102,7 @@ private:
     QString lastResponse;
     bool needChangeModeTo755 = true;
     std::atomic<bool> cancel{false};
+    std::function<bool()> cancelWhen;
     FtpTimeouts timeouts;
     TransferProgress progress;
 

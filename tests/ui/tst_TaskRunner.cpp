@@ -2,8 +2,10 @@
 #include "app/ProgressSink.h"
 #include "app/Prompter.h"
 #include "ui/common/DialogPrompter.h"
+#include "ui/common/FtpTransfers.h"
 #include "ui/common/ProgressWindow.h"
 #include "ui/common/TaskRunner.h"
+#include "ServerProcess.h"
 #include "TestEnvironment.h"
 
 #include <QApplication>
@@ -56,6 +58,8 @@ class TaskRunnerTest : public QObject {
 private slots:
     void work_data();
     void work();
+    void ftpTransfers_data();
+    void ftpTransfers();
 };
 
 void TaskRunnerTest::work_data()
@@ -110,6 +114,45 @@ void TaskRunnerTest::work()
     CountInto(quiet, answering, oneThread, static_cast<int>(list.size()), ask);
     QCOMPARE(list, oneThread);
     QVERIFY(!runner.Running());
+}
+
+// Files sent to a real FTP server and fetched back on the runner's worker.
+void TaskRunnerTest::ftpTransfers_data()
+{
+    QTest::addColumn<QString>("password");
+    QTest::addColumn<int>("moved");
+    QTest::addColumn<QString>("error");
+
+    QTest::newRow("sent and fetched back") << QString::fromLatin1(ServerProcess::Password) << 3 << QString();
+    QTest::newRow("log-in refused") << QStringLiteral("wrong") << 0 << QStringLiteral("Invalid user or password.");
+}
+
+void TaskRunnerTest::ftpTransfers()
+{
+    QFETCH(QString, password);
+    QFETCH(int, moved);
+    QFETCH(QString, error);
+    ServerProcess server(ServerProcess::Ftp);
+    QVERIFY(server.Started());
+    QTemporaryDir local;
+    const QByteArray photo(300 * 1024, 'j');
+    WriteAll(local.filePath(QStringLiteral("a.jpg")), photo);
+    WriteAll(local.filePath(QStringLiteral("b.jpg")), "b");
+
+    QWidget owner;
+    TaskRunner runner(&owner);
+    std::optional<FtpTransfersOutcome> outcome;
+    const FtpSite site{QStringLiteral("127.0.0.1"), server.Port(), QString::fromLatin1(ServerProcess::User), password};
+    const QList<FtpTransfer> transfers{{local.filePath(QStringLiteral("a.jpg")), QStringLiteral("/a.jpg")},
+                                       {local.filePath(QStringLiteral("b.jpg")), QStringLiteral("/b.jpg")},
+                                       {local.filePath(QStringLiteral("back.jpg")), QStringLiteral("/a.jpg"), false}};
+    QVERIFY(StartFtpTransfers(runner, QStringLiteral("Uploading"), site, transfers, [&](const FtpTransfersOutcome &ended) { outcome = ended; }));
+    QTRY_VERIFY_WITH_TIMEOUT(outcome.has_value(), 30000);
+    QCOMPARE(outcome->moved, moved);
+    QCOMPARE(outcome->error, error);
+    QCOMPARE(outcome->cancelled, false);
+    if (moved == 3)
+        QCOMPARE(ReadAll(local.filePath(QStringLiteral("back.jpg"))), photo);
 }
 
 QTEST_MAIN(TaskRunnerTest)

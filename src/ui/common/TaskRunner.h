@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/common/InterfaceCalls.h"
+#include "ui/common/ProgressWindow.h"
 
 #include <QObject>
 #include <QPointer>
@@ -9,7 +10,6 @@
 #include <memory>
 
 class ProgressSink;
-class ProgressWindow;
 class QThread;
 class QTimer;
 class QWidget;
