@@ -4,6 +4,7 @@
 #include "TestEnvironment.h"
 
 #include <QTest>
+#include <QTimer>
 
 // The FTP engine against a scripted server: replies split and continued, refusals, odd PASV
 // replies, silence and floods that real servers do not send on demand.
@@ -147,8 +148,12 @@ void FtpScripted::replies()
     // A listing keeps the program's own wait, so that only its end, however late under load, ends it.
     engine.SetTimeouts({2000, ShortWaitMs, FtpTimeouts{}.listingMs, ShortWaitMs, ShortWaitMs});
     QTemporaryDir folder;
+    // The engine blocks its thread: nothing of the caller's runs inside its calls.
+    bool reentered = false;
+    QTimer::singleShot(0, [&reentered] { reentered = true; });
     const quint16 port = server.Run([](ScriptedFtpServer &s) { return s.Port(); });
     const bool loggedIn = engine.ConnectToServer(QStringLiteral("127.0.0.1"), port, QStringLiteral("u"), QStringLiteral("p"));
+    QVERIFY(!reentered);
     if (call)
         QVERIFY(loggedIn && call(engine, server, folder.path()));
     else

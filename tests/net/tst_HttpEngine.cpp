@@ -104,11 +104,15 @@ void HttpEngine::textResponse()
     });
     OrvHTTPEngine engine;
     QString text;
+    // The engine blocks its thread: nothing of the caller's runs inside its calls.
+    bool reentered = false;
+    QTimer::singleShot(0, [&reentered] { reentered = true; });
     QVERIFY(engine.HTTPGetText(QStringLiteral("localhost"), port, QStringLiteral("/websync/a.php?x=1%202"), text));
     QCOMPARE(server.Run([](ScriptedHttpServer &s) { return s.request; }), QByteArray("GET /websync/a.php?x=1%202 HTTP/1.0\r\nHost: localhost\r\nUser-Agent: Orvana-Win-V2\r\n"
                                         "Connection: Close\r\n\r\n"));
     QCOMPARE(text, QStringLiteral("HTTP/1.0 200 OK\r\n\r\n<?xml version=\"1.0\"?><plist/>"));
     QCOMPARE(engine.LastResponse(), QString());
+    QVERIFY(!reentered);
 }
 
 QTEST_GUILESS_MAIN(HttpEngine)
