@@ -48,11 +48,12 @@ InterruptCancels::InterruptCancels(std::function<void()> cancel)
     if (pipe(pipeEnds) != 0)
         return;
     interruptPipe = pipeEnds[1];
-    notifier = std::make_unique<QSocketNotifier>(pipeEnds[0], QSocketNotifier::Read);
-    QObject::connect(notifier.get(), &QSocketNotifier::activated, [this, cancel = std::move(cancel)] {
+    // The engines block while they wait, so the pipe is watched by a thread of its own; it ends
+    // when the write end closes.
+    watcher = std::thread([readEnd = pipeEnds[0], cancel = std::move(cancel)] {
         char byte = 0;
-        [[maybe_unused]] const ssize_t taken = read(pipeEnds[0], &byte, 1);
-        cancel();
+        while (read(readEnd, &byte, 1) == 1)
+            cancel();
     });
     std::signal(SIGINT, OnInterrupt);
 }
@@ -61,9 +62,10 @@ InterruptCancels::~InterruptCancels()
 {
     std::signal(SIGINT, SIG_DFL);
     interruptPipe = -1;
-    notifier.reset();
-    for (const int end : pipeEnds) {
-        if (end >= 0)
-            close(end);
-    }
+    if (pipeEnds[1] >= 0)
+        close(pipeEnds[1]);
+    if (watcher.joinable())
+        watcher.join();
+    if (pipeEnds[0] >= 0)
+        close(pipeEnds[0]);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QSocketNotifier>
+#include <thread>
 #include <QtGlobal>
 #include <functional>
 #include <memory>
@@ -25,8 +25,8 @@ private:
 };
 
 // Until it is destroyed, Ctrl-C calls `cancel` instead of ending the program, so that a transfer
-// can stop and say so. The signal only writes to a pipe; `cancel` runs from the event loop, which
-// the engines keep turning while they wait.
+// can stop and say so. The signal only writes to a pipe; `cancel` runs on a thread that watches
+// it, so it must be safe to call from any thread (the engines' SetCancel is).
 class InterruptCancels {
 public:
     explicit InterruptCancels(std::function<void()> cancel);
@@ -36,5 +36,5 @@ public:
 
 private:
     int pipeEnds[2] = {-1, -1};
-    std::unique_ptr<QSocketNotifier> notifier;
+    std::thread watcher;
 };

@@ -1,25 +1,11 @@
 #include "imaging/ShellAndWait.h"
 
-#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QProcess>
-#include <QThread>
 
 const QString ProcessNotStartedMessage = QStringLiteral(
     "This program could not determine whether the process started.  Please watch the program and check it completes.");
 const QString ProcessTimedOutMessage = QStringLiteral("The process has timed out.");
-
-namespace {
-
-constexpr int PollIntervalMs = 100;
-
-} // namespace
-
-void KeepEventsFlowing()
-{
-    if (QCoreApplication::instance() && QThread::currentThread() == QCoreApplication::instance()->thread())
-        QCoreApplication::processEvents();
-}
 
 ProcessRun RunProgram(const QString &program, const QStringList &arguments, qint64 timeoutMs)
 {
@@ -32,8 +18,7 @@ ProcessRun RunProgram(const QString &program, const QStringList &arguments, qint
     }
     QElapsedTimer clock;
     clock.start();
-    while (!process.waitForFinished(PollIntervalMs)) {
-        KeepEventsFlowing();
+    while (!process.waitForFinished(ProcessWaitSliceMs)) {
         if (process.state() == QProcess::NotRunning)
             break;
         if (clock.elapsed() > timeoutMs) {

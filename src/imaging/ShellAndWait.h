@@ -16,9 +16,12 @@ struct ProcessRun {
     QByteArray errors;
 };
 
-// Starts the program with its arguments (no shell in between) and waits for it to end, keeping
-// the caller's event loop turning every 100 ms. A program still running at the time-out is
-// stopped.
+// The longest a wait for a process blocks at once. The waits serve no events: callers that must
+// stay responsive run them on a worker thread.
+constexpr int ProcessWaitSliceMs = 30;
+
+// Starts the program with its arguments (no shell in between) and waits for it to end, in
+// blocking slices of ProcessWaitSliceMs. A program still running at the time-out is stopped.
 ProcessRun RunProgram(const QString &program, const QStringList &arguments, qint64 timeoutMs);
 
 // The same with the program's long-standing interface: true when the program ran to its end;
@@ -28,6 +31,3 @@ bool ShellAndWait(const QString &program, const QStringList &arguments, QString 
 // The two reasons ShellAndWait gives.
 extern const QString ProcessNotStartedMessage;
 extern const QString ProcessTimedOutMessage;
-
-// Lets queued events of the calling thread run, when that thread has an event loop to serve.
-void KeepEventsFlowing();

@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr int PollIntervalMs = 100;
 constexpr int CloseWaitMs = 5000;
 // Printed once the command is done, with ExifTool's exit status for it.
 const QByteArray StatusMarker = QByteArrayLiteral("{exit-status ");
@@ -87,11 +86,9 @@ ProcessRun StayOpenExifTool::Execute(const QStringList &arguments, qint64 timeou
             run.message = ProcessTimedOutMessage;
             return run;
         }
-        // Output may also have come in while events were handled, so whatever has arrived is
-        // taken, whether or not the wait saw it.
-        process.waitForReadyRead(PollIntervalMs);
+        // Whatever has arrived is taken, whether or not this slice of the wait saw it.
+        process.waitForReadyRead(ProcessWaitSliceMs);
         run.output += process.readAllStandardOutput();
-        KeepEventsFlowing();
     }
     run.output.truncate(run.output.indexOf(ready));
     const qsizetype status = run.output.lastIndexOf(StatusMarker);

@@ -23,8 +23,6 @@ OrvFTPEngine::OrvFTPEngine()
         if (progress)
             progress(received.BytesTaken(), -1);
     };
-    pump.Watch(command);
-    pump.Watch(data);
 }
 
 OrvFTPEngine::~OrvFTPEngine()
@@ -40,16 +38,19 @@ bool OrvFTPEngine::Report(const Result &result)
     return ReportInto(lastError, result);
 }
 
-void OrvFTPEngine::WaitUntil(const std::function<bool()> &done, const QElapsedTimer &started, qint64 limitMs)
+void OrvFTPEngine::WaitUntil(TcpChannel &channel, const std::function<bool()> &done, const QElapsedTimer &started, qint64 limitMs)
 {
     while (!done() && !Cancel() && started.elapsed() < limitMs)
-        pump.Round(limitMs - started.elapsed());
+        channel.Wait(limitMs - started.elapsed());
 }
 
 bool OrvFTPEngine::SendCommand(const QString &text)
 {
     if (!command.SocketConnected() || command.Status() != TcpChannel::Connected)
         return false;
+    // A late reply to an earlier command (one that timed out or was not awaited) must not pass
+    // for the reply to this one: what has arrived is taken now and dropped with the rest.
+    command.TakePending();
     replies.Clear();
     command.Send(text.toUtf8());
     return true;
@@ -63,7 +64,7 @@ int OrvFTPEngine::GetResponseCode()
     started.start();
     int code = 0;
     while (started.elapsed() < timeouts.replyMs && code == 0 && command.Status() == TcpChannel::Connected && !Cancel()) {
-        pump.Round(timeouts.replyMs - started.elapsed());
+        command.Wait(timeouts.replyMs - started.elapsed());
         code = replies.Code();
     }
     lastResponse = QString::fromUtf8(replies.Text());
@@ -89,7 +90,7 @@ bool OrvFTPEngine::ConnectToServer(const QString &host, int port, const QString 
     QElapsedTimer started;
     started.start();
     command.Connect(host, port);
-    WaitUntil([this] { return command.Status() != TcpChannel::NotConnected; }, started, timeouts.connectMs);
+    WaitUntil(command, [this] { return command.Status() != TcpChannel::NotConnected; }, started, timeouts.connectMs);
     const Result loggedIn = Login(user, password);
     if (!loggedIn)
         command.Close();
@@ -180,7 +181,7 @@ Result OrvFTPEngine::OpenDataConnection()
         data.Connect(address->host, address->port);
     else
         data.SetStatus(TcpChannel::SocketError);
-    WaitUntil([this] { return data.Status() != TcpChannel::NotConnected; }, started, timeouts.connectMs);
+    WaitUntil(data, [this] { return data.Status() != TcpChannel::NotConnected; }, started, timeouts.connectMs);
     if (data.Status() != TcpChannel::Connected) {
         data.Close();
         return Result::Failure(QStringLiteral("Unable to create data connection."));
@@ -213,7 +214,7 @@ QString OrvFTPEngine::ReceiveListing(const QString &path)
         lastError = refused;
         return QString();
     }
-    WaitUntil([this] { return data.Status() != TcpChannel::Connected; }, started, timeouts.listingMs);
+    WaitUntil(data, [this] { return data.Status() != TcpChannel::Connected; }, started, timeouts.listingMs);
     QString text = QString::fromUtf8(received.Buffer());
     if (first != 226 && GetResponseCode() != 226)
         text.clear();

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "net/DataSink.h"
-#include "net/EventPump.h"
 #include "net/FtpReply.h"
 #include "app/Result.h"
 #include "net/TcpChannel.h"
@@ -22,9 +21,9 @@ struct FtpTimeouts {
 
 // The program's FTP client: blocking calls, passive mode and binary transfers only. Each call
 // sends its commands on the control connection and waits for the reply, the data or a time-out
-// while serving the calling thread's events, so a progress dialog and its Cancel stay alive. Use
-// one engine from one thread (the one that made it), one call at a time; Cancel may be set from
-// anywhere.
+// in short blocking slices (TcpChannel::SliceMs) without serving any events, so windows run it on
+// a worker thread. Use one engine from one thread (the one that made it), one call at a time;
+// Cancel may be set from any thread and is seen between slices.
 //
 // Calls return true on success; a failure leaves its reason in LastError, which no success
 // clears. Failed commands leave the control connection open: the caller decides whether to go on.
@@ -46,9 +45,12 @@ public:
     qint16 TcpCommandStatus() const { return command.Status(); }
     // 0 not connected, 1 connected and idle, 2 socket error, 3 a block is being sent.
     qint16 TcpDataStatus() const { return data.Status(); }
-    // Makes every wait stop at its next round. The engine never resets it.
-    bool Cancel() const { return cancel.load(); }
+    // Makes every wait stop at its next slice. The engine never resets it.
+    bool Cancel() const { return cancel.load() || (cancelWhen && cancelWhen()); }
     void SetCancel(bool value) { cancel.store(value); }
+    // A Cancel of the caller's own (a progress window's), asked on the engine's thread between
+    // slices as well: set it before a call, not during one.
+    void SetCancelWhen(std::function<bool()> cancelled) { cancelWhen = std::move(cancelled); }
     // When set (the default), folders made and files stored get mode 755.
     bool NeedChangeModeTo755() const { return needChangeModeTo755; }
     void SetNeedChangeModeTo755(bool value) { needChangeModeTo755 = value; }
@@ -92,20 +94,20 @@ private:
     // Waits until the block in flight counts as sent; false after the block time-out.
     bool AwaitBlockSent();
     QString ReceiveListing(const QString &path);
-    // Waits, serving events, until `done` holds, Cancel is set or `limitMs` pass since `started`.
-    void WaitUntil(const std::function<bool()> &done, const QElapsedTimer &started, qint64 limitMs);
+    // Waits on `channel` until `done` holds, Cancel is set or `limitMs` pass since `started`.
+    void WaitUntil(TcpChannel &channel, const std::function<bool()> &done, const QElapsedTimer &started, qint64 limitMs);
     bool Report(const Result &result);
 
     QString lastError;
     QString lastResponse;
     bool needChangeModeTo755 = true;
     std::atomic<bool> cancel{false};
+    std::function<bool()> cancelWhen;
     FtpTimeouts timeouts;
     TransferProgress progress;
 
     FtpReplyReader replies;
     DataSink received;
-    EventPump pump;
     TcpChannel command;
     TcpChannel data;
 };

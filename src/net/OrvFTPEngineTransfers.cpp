@@ -48,7 +48,7 @@ Result OrvFTPEngine::Download(const QString &remotePath, QFile &file)
         }
         if (data.MsSinceData() > timeouts.downloadIdleMs)
             return Result::Failure(QStringLiteral("Time out when downloading file."));
-        pump.Round(timeouts.downloadIdleMs + 1 - data.MsSinceData());
+        data.Wait(timeouts.downloadIdleMs + 1 - data.MsSinceData());
     }
     if (received.WriteFailed())
         return Result::Failure(QStringLiteral("Could't save file to the specified location."));
@@ -62,7 +62,7 @@ bool OrvFTPEngine::AwaitBlockSent()
     while (!Cancel() && data.Status() == TcpChannel::SendingBlock) {
         if (sending.elapsed() > timeouts.uploadBlockMs)
             return false;
-        pump.Round(timeouts.uploadBlockMs + 1 - sending.elapsed());
+        data.Wait(timeouts.uploadBlockMs + 1 - sending.elapsed());
     }
     return true;
 }
@@ -106,7 +106,6 @@ Result OrvFTPEngine::Upload(QFile &file, const QString &remotePath)
         remaining -= block;
         if (progress)
             progress(total - remaining, total);
-        pump.Breathe();
     }
     // Blocks still queued must reach the system before the close that ends the file.
     if (!Cancel() && data.Status() == TcpChannel::Connected) {

@@ -26,7 +26,6 @@ OrvHTTPEngine::OrvHTTPEngine()
         if (progress)
             progress(received.BytesTaken(), -1);
     };
-    pump.Watch(channel);
 }
 
 OrvHTTPEngine::~OrvHTTPEngine()
@@ -48,7 +47,7 @@ bool OrvHTTPEngine::ConnectToServer(const QString &host, int port)
     started.start();
     channel.Connect(host, port);
     while (channel.Status() == TcpChannel::NotConnected && started.elapsed() < timeouts.connectMs && !Cancel())
-        pump.Round(timeouts.connectMs - started.elapsed());
+        channel.Wait(timeouts.connectMs - started.elapsed());
     if (channel.Status() != TcpChannel::Connected) {
         lastError = QStringLiteral("Unable to connect to specified server via TCP/IP.");
         channel.Close();
@@ -77,13 +76,13 @@ Result OrvHTTPEngine::Fetch(const QString &host, int port, const QString &path, 
         return Result::Failure(QStringLiteral("Could't connect to the specified HTTP server."));
     SendCommand(Request(host, path));
     // Sending empties what was received; the target is named after it, still before any reply
-    // can arrive (bytes arrive only while the engine waits).
+    // can arrive (bytes are taken only while the engine waits).
     received.SetFile(target);
     channel.MarkDataTime();
     while (channel.Status() == TcpChannel::Connected && !Cancel()) {
         if (channel.MsSinceData() > timeouts.idleMs)
             return Result::Failure(QStringLiteral("Time out when getting remote file."));
-        pump.Round(timeouts.idleMs + 1 - channel.MsSinceData());
+        channel.Wait(timeouts.idleMs + 1 - channel.MsSinceData());
     }
     return Result::Success();
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "net/DataSink.h"
-#include "net/EventPump.h"
 #include "app/Result.h"
 #include "net/TcpChannel.h"
 #include "net/TransferProgress.h"
@@ -18,8 +17,8 @@ struct HttpTimeouts {
 // The program's HTTP/1.0 client for GET requests: one connection per request, the response ends
 // when the server closes it. Redirects, chunked bodies and HTTPS are not part of it. The status
 // code is never looked at: an error page is content like any other, and callers that care check
-// the content. Waits serve the calling thread's events, as the FTP engine's do; Cancel may be set
-// from anywhere.
+// the content. Waits block in short slices without serving events, as the FTP engine's do;
+// Cancel may be set from any thread.
 class OrvHTTPEngine {
 public:
     OrvHTTPEngine();
@@ -60,6 +59,5 @@ private:
     TransferProgress progress;
 
     DataSink received;
-    EventPump pump;
     TcpChannel channel;
 };

@@ -1,22 +1,15 @@
 #include "net/TcpChannel.h"
 
-#include <QHostAddress>
-
 TcpChannel::TcpChannel()
 {
     lastData.start();
-    connect(&socket, &QTcpSocket::connected, this, [this] {
-        if (onConnected)
-            onConnected();
-        status = Connected;
-        emit Activity();
-    });
-    connect(&socket, &QTcpSocket::readyRead, this, [this] {
-        TakeArrivedBytes();
-        emit Activity();
-    });
+    connect(&socket, &QTcpSocket::readyRead, this, &TcpChannel::TakeArrivedBytes);
     connect(&socket, &QTcpSocket::disconnected, this, &TcpChannel::PeerClosed);
     connect(&socket, &QTcpSocket::errorOccurred, this, [this](QAbstractSocket::SocketError error) {
+        // A slice of a blocking wait that ends without news is reported as a time-out error; the
+        // connection is untouched by it.
+        if (error == QAbstractSocket::SocketTimeoutError)
+            return;
         // Qt reports the peer's close (orderly or reset) as an error before it disconnects: that
         // is the close event, not a failure of the connection.
         if (error == QAbstractSocket::RemoteHostClosedError) {
@@ -24,12 +17,10 @@ TcpChannel::TcpChannel()
             return;
         }
         status = SocketError;
-        emit Activity();
     });
     connect(&socket, &QTcpSocket::bytesWritten, this, [this] {
         if (status == SendingBlock && socket.bytesToWrite() <= blockAllowance)
             status = Connected;
-        emit Activity();
     });
 }
 
@@ -40,17 +31,31 @@ TcpChannel::~TcpChannel()
     socket.abort();
 }
 
-void TcpChannel::Connect(const QString &host, qint64 port)
+void TcpChannel::Connect(const QString &host, qint64 value)
 {
-    if (port < 1 || port > 65535) {
+    if (value < 1 || value > 65535) {
         status = SocketError;
         return;
     }
-    socket.connectToHost(host, static_cast<quint16>(port));
+    port = static_cast<quint16>(value);
+    lookup = std::make_unique<HostLookup>(host);
+}
+
+void TcpChannel::ConnectToNextAddress()
+{
+    if (addresses.isEmpty()) {
+        status = SocketError;
+        return;
+    }
+    status = NotConnected;
+    attempt = std::make_unique<ConnectAttempt>(addresses.takeFirst(), port);
 }
 
 void TcpChannel::Close()
 {
+    lookup.reset();
+    attempt.reset();
+    addresses.clear();
     if (socket.state() == QAbstractSocket::ConnectedState)
         socket.flush();
     socket.abort();
@@ -74,6 +79,56 @@ void TcpChannel::SendBlock(const QByteArray &block, qint64 allowance)
         status = Connected;
 }
 
+void TcpChannel::Wait(qint64 maxWaitMs)
+{
+    const int sliceMs = static_cast<int>(std::clamp<qint64>(maxWaitMs, 0, SliceMs));
+    if (lookup)
+        WaitForLookup(sliceMs);
+    else if (attempt)
+        WaitForConnection(sliceMs);
+    else if (socket.state() == QAbstractSocket::ConnectedState && status == SendingBlock)
+        socket.waitForBytesWritten(sliceMs);
+    else if (socket.state() == QAbstractSocket::ConnectedState)
+        socket.waitForReadyRead(sliceMs);
+}
+
+void TcpChannel::TakePending()
+{
+    if (socket.state() == QAbstractSocket::ConnectedState)
+        socket.waitForReadyRead(0);
+}
+
+void TcpChannel::WaitForLookup(int sliceMs)
+{
+    if (!lookup->Wait(sliceMs))
+        return;
+    addresses = lookup->Addresses();
+    lookup.reset();
+    ConnectToNextAddress();
+}
+
+void TcpChannel::WaitForConnection(int sliceMs)
+{
+    const ConnectAttempt::State outcome = attempt->Wait(sliceMs);
+    if (outcome == ConnectAttempt::State::Pending)
+        return;
+    if (outcome == ConnectAttempt::State::Failed) {
+        attempt.reset();
+        ConnectToNextAddress();
+        return;
+    }
+    const bool taken = attempt->HandTo(socket);
+    attempt.reset();
+    addresses.clear();
+    if (!taken) {
+        status = SocketError;
+        return;
+    }
+    if (onConnected)
+        onConnected();
+    status = Connected;
+}
+
 void TcpChannel::TakeArrivedBytes()
 {
     // Our own Close() reports a close too, with the device already shut.
@@ -93,5 +148,4 @@ void TcpChannel::PeerClosed()
     // after a peer's close; aborting it from inside its own signal is not needed.
     TakeArrivedBytes();
     status = NotConnected;
-    emit Activity();
 }

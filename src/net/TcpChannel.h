@@ -1,29 +1,37 @@
 #pragma once
 
+#include "net/ConnectAttempt.h"
+#include "net/HostLookup.h"
+
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTcpSocket>
 #include <functional>
+#include <memory>
 
-// One connection of an engine with the status the engines' algorithms are written against:
-// socket events (connected, bytes arrived, closed, failed, block sent) change it while the engine
-// pumps events in its waits. It adds no policy of its own; each engine decides what arriving
-// bytes mean and how long to wait.
+// One connection of an engine with the status the engines' algorithms are written against. The
+// engine waits on its own thread with Wait: each call blocks on the socket for one short slice,
+// and the socket events of that slice (connected, bytes arrived, closed, failed, block sent)
+// change the status before it returns. No event loop is needed or served, so an engine can run
+// on any thread and look at its Cancel between slices. The channel adds no policy of its own;
+// each engine decides what arriving bytes mean and how long to wait.
 class TcpChannel : public QObject {
-    Q_OBJECT
 public:
     enum Status : qint16 { NotConnected = 0, Connected = 1, SocketError = 2, SendingBlock = 3 };
+
+    // The longest slice of a wait: a Cancel set from another thread is seen within this time.
+    static constexpr qint64 SliceMs = 30;
 
     TcpChannel();
     ~TcpChannel() override;
 
     qint16 Status() const { return status; }
     void SetStatus(qint16 value) { status = value; }
-    bool SocketClosed() const { return socket.state() == QAbstractSocket::UnconnectedState; }
+    bool SocketClosed() const { return socket.state() == QAbstractSocket::UnconnectedState && !lookup && !attempt; }
     bool SocketConnected() const { return socket.state() == QAbstractSocket::ConnectedState; }
 
-    // Starts connecting; the outcome arrives as an event during a later wait. A port outside
-    // 1..65535 fails at once, as a socket error.
+    // Starts connecting; the outcome arrives during a later Wait. A port outside 1..65535 fails at
+    // once, as a socket error. A name's addresses are tried in turn until one answers.
     void Connect(const QString &host, qint64 port);
     // Closes the socket and sets the status to NotConnected. Bytes still queued are handed to the
     // system first, as far as it takes them without waiting.
@@ -36,6 +44,13 @@ public:
     // system call each; an allowance of 0 waits until everything has left.
     void SendBlock(const QByteArray &block, qint64 allowance);
 
+    // Blocks for at most min(`maxWaitMs`, SliceMs) on what the status waits for: the name's
+    // addresses, the connection, a block to leave, or bytes (and the close) to arrive. Returns at
+    // once when nothing is awaited.
+    void Wait(qint64 maxWaitMs);
+    // Takes the bytes that have already arrived, without waiting.
+    void TakePending();
+
     // Milliseconds since bytes last arrived (or since MarkDataTime).
     qint64 MsSinceData() const { return lastData.elapsed(); }
     void MarkDataTime() { lastData.start(); }
@@ -44,11 +59,11 @@ public:
     std::function<void()> onConnected;
     std::function<void(const QByteArray &)> onBytes;
 
-signals:
-    // Any socket event: a waiting engine looks at its state again.
-    void Activity();
-
 private:
+    void WaitForLookup(int sliceMs);
+    void WaitForConnection(int sliceMs);
+    // Starts connecting to the next address found, or fails when none is left.
+    void ConnectToNextAddress();
     void TakeArrivedBytes();
     void PeerClosed();
 
@@ -56,4 +71,8 @@ private:
     qint16 status = NotConnected;
     qint64 blockAllowance = 0;
     QElapsedTimer lastData;
+    std::unique_ptr<HostLookup> lookup;
+    std::unique_ptr<ConnectAttempt> attempt;
+    QList<QHostAddress> addresses;
+    quint16 port = 0;
 };

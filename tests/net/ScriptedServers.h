@@ -10,8 +10,8 @@
 #include <functional>
 
 // Fake servers on loopback that say exactly what a test tells them, for the replies real
-// servers will not send on demand. They live on the test's thread and run while the engine under
-// test serves events in its waits.
+// servers will not send on demand. They serve events: run them on a thread of their own (see
+// ServerThread.h) or beside a separate process.
 
 // Chunks of a reply: each is sent after a pause, so that it arrives in a read of its own.
 using Chunks = QList<QByteArray>;

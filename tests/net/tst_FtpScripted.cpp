@@ -1,14 +1,17 @@
 #include "net/OrvFTPEngine.h"
 #include "ScriptedServers.h"
+#include "ServerThread.h"
 #include "TestEnvironment.h"
 
 #include <QTest>
+#include <QTimer>
 
 // The FTP engine against a scripted server: replies split and continued, refusals, odd PASV
 // replies, silence and floods that real servers do not send on demand.
 
 // Runs on an engine logged in as "u" with password "p"; `folder` is a local temporary folder.
-using Call = std::function<bool(OrvFTPEngine &, ScriptedFtpServer &, const QString &folder)>;
+using FtpServerThread = ServerThread<ScriptedFtpServer>;
+using Call = std::function<bool(OrvFTPEngine &, FtpServerThread &, const QString &folder)>;
 using Script = std::function<void(ScriptedFtpServer &)>;
 Q_DECLARE_METATYPE(Call)
 Q_DECLARE_METATYPE(Script)
@@ -114,8 +117,9 @@ void FtpScripted::replies_data()
         const QByteArray photo(qsizetype{12} * 1024 * 1024 + 5, 'p');
         WriteAll(folder + QStringLiteral("/photo"), photo);
         engine.SetNeedChangeModeTo755(false);
+        const auto uploaded = [&server] { return server.Run([](ScriptedFtpServer &s) { return s.uploaded; }); };
         return engine.PutFile(folder + QStringLiteral("/photo"), QStringLiteral("photo")) &&
-               QTest::qWaitFor([&] { return server.uploaded.size() >= photo.size(); }, 10000) && server.uploaded == photo;
+               QTest::qWaitFor([&] { return uploaded().size() >= photo.size(); }, 10000) && uploaded() == photo;
     }) << noError << login + Commands{"PASV", "TYPE I", "STOR photo"};
 
     QTest::newRow("folder made without mode change, QUIT on disconnect")
@@ -138,20 +142,25 @@ void FtpScripted::replies()
     QFETCH(QString, lastError);
     QFETCH(QList<QByteArray>, commands);
 
-    ScriptedFtpServer server;
-    script(server);
+    FtpServerThread server;
+    server.Run(script);
     OrvFTPEngine engine;
     // A listing keeps the program's own wait, so that only its end, however late under load, ends it.
     engine.SetTimeouts({2000, ShortWaitMs, FtpTimeouts{}.listingMs, ShortWaitMs, ShortWaitMs});
     QTemporaryDir folder;
-    const bool loggedIn = engine.ConnectToServer(QStringLiteral("127.0.0.1"), server.Port(), QStringLiteral("u"), QStringLiteral("p"));
+    // The engine blocks its thread: nothing of the caller's runs inside its calls.
+    bool reentered = false;
+    QTimer::singleShot(0, [&reentered] { reentered = true; });
+    const quint16 port = server.Run([](ScriptedFtpServer &s) { return s.Port(); });
+    const bool loggedIn = engine.ConnectToServer(QStringLiteral("127.0.0.1"), port, QStringLiteral("u"), QStringLiteral("p"));
+    QVERIFY(!reentered);
     if (call)
         QVERIFY(loggedIn && call(engine, server, folder.path()));
     else
         QCOMPARE(loggedIn, lastError.isEmpty());
     QCOMPARE(engine.LastError(), lastError);
-    QTest::qWait(20);  // the server reads the last command while the engine waits for its reply
-    QCOMPARE(server.commands, commands);
+    // The server may still be reading the last command when the engine has given up on its reply.
+    QTRY_COMPARE(server.Run([](ScriptedFtpServer &s) { return s.commands; }), commands);
 }
 
 QTEST_GUILESS_MAIN(FtpScripted)

@@ -1,5 +1,6 @@
 #include "net/OrvHTTPEngine.h"
 #include "ScriptedServers.h"
+#include "ServerThread.h"
 #include "TestEnvironment.h"
 
 #include <QDir>
@@ -67,19 +68,23 @@ void HttpEngine::fetches_data()
 void HttpEngine::fetches()
 {
     QFETCH(Fetch, fetch);
-    ScriptedHttpServer server;
-    server.response = fetch.response;
-    server.holdOpen = fetch.holdOpen;
+    ServerThread<ScriptedHttpServer> server;
+    const quint16 listening = server.Run([&fetch](ScriptedHttpServer &s) {
+        s.response = fetch.response;
+        s.holdOpen = fetch.holdOpen;
+        return s.Port();
+    });
     QTemporaryDir local;
     QDir(local.path()).mkdir(QStringLiteral("folder"));
     WriteAll(local.filePath(QStringLiteral("folder/inside")), "x");
     WriteAll(local.filePath(QStringLiteral("page")), "old content");
     OrvHTTPEngine engine;
     engine.SetTimeouts({2000, 400});
+    // The cancel comes from another thread, as a progress window's does.
     if (fetch.cancelAfterMs >= 0)
-        QTimer::singleShot(fetch.cancelAfterMs, [&engine] { engine.SetCancel(true); });
+        server.Run([&](ScriptedHttpServer &) { QTimer::singleShot(fetch.cancelAfterMs, [&engine] { engine.SetCancel(true); }); });
 
-    const quint16 port = fetch.listening ? server.Port() : ClosedPort();
+    const quint16 port = fetch.listening ? listening : ClosedPort();
     QCOMPARE(engine.HTTPGet(QStringLiteral("127.0.0.1"), port, QStringLiteral("/"), local.filePath(fetch.target)), fetch.lastError.isEmpty());
     QCOMPARE(engine.LastError(), fetch.lastError);
     QCOMPARE(engine.LastResponse(), fetch.lastResponse);
@@ -92,15 +97,22 @@ void HttpEngine::fetches()
 // program's expect it, path and host as given.
 void HttpEngine::textResponse()
 {
-    ScriptedHttpServer server;
-    server.response = {"HTTP/1.0 200 OK\r\n\r\n<?xml version=\"1.0\"?>", "<plist/>"};
+    ServerThread<ScriptedHttpServer> server;
+    const quint16 port = server.Run([](ScriptedHttpServer &s) {
+        s.response = {"HTTP/1.0 200 OK\r\n\r\n<?xml version=\"1.0\"?>", "<plist/>"};
+        return s.Port();
+    });
     OrvHTTPEngine engine;
     QString text;
-    QVERIFY(engine.HTTPGetText(QStringLiteral("localhost"), server.Port(), QStringLiteral("/websync/a.php?x=1%202"), text));
-    QCOMPARE(server.request, QByteArray("GET /websync/a.php?x=1%202 HTTP/1.0\r\nHost: localhost\r\nUser-Agent: Orvana-Win-V2\r\n"
+    // The engine blocks its thread: nothing of the caller's runs inside its calls.
+    bool reentered = false;
+    QTimer::singleShot(0, [&reentered] { reentered = true; });
+    QVERIFY(engine.HTTPGetText(QStringLiteral("localhost"), port, QStringLiteral("/websync/a.php?x=1%202"), text));
+    QCOMPARE(server.Run([](ScriptedHttpServer &s) { return s.request; }), QByteArray("GET /websync/a.php?x=1%202 HTTP/1.0\r\nHost: localhost\r\nUser-Agent: Orvana-Win-V2\r\n"
                                         "Connection: Close\r\n\r\n"));
     QCOMPARE(text, QStringLiteral("HTTP/1.0 200 OK\r\n\r\n<?xml version=\"1.0\"?><plist/>"));
     QCOMPARE(engine.LastResponse(), QString());
+    QVERIFY(!reentered);
 }
 
 QTEST_GUILESS_MAIN(HttpEngine)
