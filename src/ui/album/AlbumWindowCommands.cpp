@@ -19,6 +19,8 @@
 #include <QStackedWidget>
 #include <QStandardItemModel>
 
+#include <algorithm>
+
 namespace {
 
 QString MenuText(const QString &name)
@@ -166,7 +168,7 @@ void AlbumWindow::RunLibraryCommand(const QString &name)
         grid->SetCurrentRecord(std::clamp(target.current, 1, count));
     }
     if (views->currentWidget() == detail)
-        detail->ShowRow(std::clamp(target.current, 1, count) - 1);
+        detail->ShowRow(Arranges(name) ? 0 : std::clamp(target.current, 1, count) - 1);
 }
 
 void AlbumWindow::BuildPhotoMenu()

@@ -10,6 +10,8 @@
 #include <QUrl>
 #include <QVariantMap>
 
+#include <functional>
+
 #include <fcntl.h>
 #include <unistd.h>
 

@@ -14,6 +14,8 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
+#include <algorithm>
+
 // The picture, drawn centred; scaled down when the view is smaller than the decoded picture
 // (while a resize waits for its decode), never up.
 class PictureCanvas : public QWidget {
@@ -175,8 +177,14 @@ void OrvDetailView::Refresh()
     if (image.isNull())
         return; // PictureReady follows
     canvas->SetImage(image);
-    if (actualSize)
+    if (actualSize && canvas->minimumSize() != (QSizeF(image.size()) / devicePixelRatioF()).toSize()) {
         canvas->setMinimumSize((QSizeF(image.size()) / devicePixelRatioF()).toSize());
+        // 100% opens on the middle of the photo, once the scroll bars know its size.
+        QTimer::singleShot(0, this, [this] {
+            for (QScrollBar *bar : {scroller->horizontalScrollBar(), scroller->verticalScrollBar()})
+                bar->setValue((bar->minimum() + bar->maximum()) / 2);
+        });
+    }
     // The neighbours, at the same size, while the user looks at this one.
     pictures->Picture(PathOfRow(current.row() + 1), box);
     pictures->Picture(PathOfRow(current.row() - 1), box);

@@ -11,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
