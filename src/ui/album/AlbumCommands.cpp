@@ -202,7 +202,7 @@ Result AlbumCommands::SetRecordValue(int index, const QString &key, const QStrin
 
 void AlbumCommands::FillRows(QStandardItemModel &rows) const
 {
-    const QStringList keys = PhotoRecord::AllKeys();
+    const QStringList &keys = PhotoRecord::AllKeys();
     // Rows keep their place while their number does, so a star or a note repaints one cell and
     // the view keeps its selection; records come and go only with a new set of rows.
     const bool inPlace = rows.rowCount() == document.RecordCount();

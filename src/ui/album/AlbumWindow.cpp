@@ -24,7 +24,7 @@
 
 namespace {
 
-QString Text(const char *key, const char *section = "Form")
+QString FormText(const char *key, const char *section = "Form")
 {
     return GetLocalizedString(QString::fromLatin1(key), QString::fromLatin1(section));
 }
@@ -34,7 +34,7 @@ QString Text(const char *key, const char *section = "Form")
 AlbumWindow::AlbumWindow(std::unique_ptr<AlbumDocument> opened, QWidget *parent)
     : QWidget(parent), document(std::move(opened)), prompter(std::make_unique<MessageBoxPrompter>(this)),
       commands(std::make_unique<AlbumCommands>(*document, *prompter)), rows(new QStandardItemModel(this)),
-      thumbnails(new ThumbnailCache(64 * 1024 * 1024, this))
+      thumbnails(new ThumbnailCache(qint64(64) * 1024 * 1024, this))
 {
     setObjectName(QStringLiteral("frmDocument"));
     // Read once: the grid's painting never reads the settings file.
@@ -63,7 +63,7 @@ void AlbumWindow::BuildLayout(bool showFileNames)
     description->setObjectName(QStringLiteral("Description"));
     search->setObjectName(QStringLiteral("Search"));
     number->setObjectName(QStringLiteral("LabelNumber"));
-    search->setPlaceholderText(Text("Search"));
+    search->setPlaceholderText(FormText("Search"));
     search->setClearButtonEnabled(true);
 
     auto *fields = new QGridLayout;
@@ -74,11 +74,11 @@ void AlbumWindow::BuildLayout(bool showFileNames)
         fields->addWidget(field, 0, column * 2 + 1);
         fields->setColumnStretch(column * 2 + 1, stretch);
     };
-    addField(0, Text("Title"), title, 2);
-    addField(1, Text("Identification"), identification, 2);
+    addField(0, FormText("Title"), title, 2);
+    addField(1, FormText("Identification"), identification, 2);
     // A new album's identification is a UUID: it is shown whole.
     identification->setMinimumWidth(identification->fontMetrics().horizontalAdvance(QStringLiteral("0").repeated(38)));
-    addField(2, Text("Description"), description, 3);
+    addField(2, FormText("Description"), description, 3);
     fields->addWidget(number, 1, 0, 1, 4);
     fields->addWidget(search, 1, 4, 1, 2);
     for (QLineEdit *field : {title, identification, description})
@@ -185,7 +185,7 @@ void AlbumWindow::SetDataListByUI()
     if (!stored) {
         // A refused identification goes back to the one the album has.
         SetUIByDataList();
-        prompter->Error(Text("Identification"), stored.message);
+        prompter->Error(FormText("Identification"), stored.message);
     }
     RefreshCaption();
 }
@@ -200,7 +200,7 @@ void AlbumWindow::RefreshRows()
 
 void AlbumWindow::RefreshNumberLabel(const QString &found)
 {
-    number->setText(found.isEmpty() ? Text("LabelNumber") + u' ' + QString::number(rows->rowCount()) : found);
+    number->setText(found.isEmpty() ? FormText("LabelNumber") + u' ' + QString::number(rows->rowCount()) : found);
 }
 
 void AlbumWindow::RefreshCaption()

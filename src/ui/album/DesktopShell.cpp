@@ -18,7 +18,7 @@
 namespace {
 
 // Sends the call; when it fails (no such service, refused), runs the fallback instead.
-void CallOr(const QDBusMessage &call, QObject *context, std::function<void()> fallback)
+void CallOr(const QDBusMessage &call, QObject *context, const std::function<void()> &fallback)
 {
     auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), context);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context, [watcher, fallback] {

@@ -14,7 +14,7 @@ QImage Decode(const QString &path, const QSize &box)
     const QByteArray rgb = picture.RgbPixels();
     if (rgb.size() < qsizetype(picture.Width()) * picture.Height() * 3)
         return {};
-    return QImage(reinterpret_cast<const uchar *>(rgb.constData()), picture.Width(), picture.Height(), picture.Width() * 3,
+    return QImage(reinterpret_cast<const uchar *>(rgb.constData()), picture.Width(), picture.Height(), qsizetype(picture.Width()) * 3,
                   QImage::Format_RGB888)
         .convertToFormat(QImage::Format_RGB32);
 }

@@ -63,7 +63,7 @@ QString FactValue(const QVariantMap &record, const QString &key)
     if (key != QLatin1String("CameraModel"))
         return record.value(key).toString();
     const QString maker = record.value(QStringLiteral("CameraMaker")).toString().trimmed();
-    const QString model = record.value(key).toString().trimmed();
+    QString model = record.value(key).toString().trimmed();
     // Many models already start with their maker's name.
     if (maker.isEmpty() || model.startsWith(maker, Qt::CaseInsensitive))
         return model;

@@ -16,7 +16,7 @@
 class ThumbnailCache : public QObject {
     Q_OBJECT
 public:
-    explicit ThumbnailCache(qint64 maxBytes = 64 * 1024 * 1024, QObject *parent = nullptr);
+    explicit ThumbnailCache(qint64 maxBytes = qint64(64) * 1024 * 1024, QObject *parent = nullptr);
     ~ThumbnailCache() override;
 
     // The decoded thumbnail, or a null image while it is not ready.
