@@ -49,7 +49,16 @@ AlbumWindow::AlbumWindow(std::unique_ptr<AlbumDocument> opened, QWidget *parent)
     RefreshCaption();
 }
 
-AlbumWindow::~AlbumWindow() = default;
+AlbumWindow::~AlbumWindow()
+{
+    // The views go first and quietly: one that loses its rows while going may still report a
+    // current photo, or hand on a note typed into the side panel.
+    grid->selectionModel()->disconnect(this);
+    detail->disconnect(this);
+    panel->disconnect(this);
+    delete views;
+    delete panel;
+}
 
 void AlbumWindow::BuildLayout(bool showFileNames)
 {
