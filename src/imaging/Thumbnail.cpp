@@ -84,6 +84,23 @@ Result MakeThumbnail(const QString &photoPath, const QString &thumbnailPath, Thu
     return thumbnail.SaveJpeg(thumbnailPath, GoodJpegQuality);
 }
 
+Picture LoadPictureToFit(const QString &photoPath, int maxWidth, int maxHeight)
+{
+    InitialisePixelLibrary();
+    if (maxWidth < 1 || maxHeight < 1)
+        return {};
+    try {
+        RefuseOtherDecoders(photoPath);
+        // Decoded here, on the caller's thread, so that a view's worker does all the work.
+        return PictureData::Wrap(VImage::thumbnail(QFile::encodeName(photoPath).constData(), maxWidth,
+                                                   VImage::option()->set("height", maxHeight)->set("size", VIPS_SIZE_DOWN))
+                                     .copy_memory());
+    } catch (const VError &) {
+        vips_error_clear();
+        return {};
+    }
+}
+
 PhotosSharedOverCores::PhotosSharedOverCores()
 {
     InitialisePixelLibrary();

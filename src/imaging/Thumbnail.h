@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Result.h"
+#include "imaging/Picture.h"
 
 #include <QList>
 #include <QString>
@@ -32,6 +33,11 @@ public:
 private:
     int helpers;
 };
+
+// The photo decoded to fit the box, turned the way its orientation tag says, never enlarged. As
+// for thumbnails the decoder shrinks while it loads where the format allows, so a view showing a
+// large photo on a small screen never holds it whole. Null when the file cannot be decoded.
+Picture LoadPictureToFit(const QString &photoPath, int maxWidth, int maxHeight);
 
 struct ThumbnailJob {
     QString photoPath;

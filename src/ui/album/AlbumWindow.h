@@ -1,9 +1,22 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <memory>
 
+class AlbumCommands;
 class AlbumDocument;
+class MessageBoxPrompter;
+class OrvDetailView;
+class OrvExtraPanel;
+class OrvThumbnailView;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QStackedWidget;
+class QStandardItemModel;
+class ThumbnailCache;
+struct CommandTarget;
 
 // frmDocument: one open album in the main window's document area. The main window routes the
 // album commands of its menus here by their command names ("mnuByTime", "mnuRotateRight", ...).
@@ -31,5 +44,43 @@ signals:
     void CaptionChanged(const QString &caption);
 
 private:
+    struct Command {
+        QString name;
+        bool isLong;
+        std::function<void()> run;
+    };
+    void BuildCommands();
+    void BuildLayout(bool showFileNames);
+    void BuildPhotoMenu();
+    void RunLibraryCommand(const QString &name);
+    CommandTarget Target() const;
+    void SelectRows(const std::function<bool(int row)> &wanted);
+    void ShowDetail(int row);
+    void ShowGrid();
+    void CurrentRowChanged(int row);
+    void Search();
+    void SetUIByDataList();
+    void SetDataListByUI();
+    void RefreshRows();
+    void RefreshNumberLabel(const QString &found = QString());
+    void RefreshCaption();
+    QString CurrentPhotoPath() const;
+
     std::unique_ptr<AlbumDocument> document;
+    std::unique_ptr<MessageBoxPrompter> prompter;
+    std::unique_ptr<AlbumCommands> commands;
+    std::vector<Command> table;
+    QStandardItemModel *rows;
+    ThumbnailCache *thumbnails;
+    OrvThumbnailView *grid = nullptr;
+    OrvDetailView *detail = nullptr;
+    OrvExtraPanel *panel = nullptr;
+    QStackedWidget *views = nullptr;
+    QLineEdit *title = nullptr;
+    QLineEdit *identification = nullptr;
+    QLineEdit *description = nullptr;
+    QLineEdit *search = nullptr;
+    QLabel *number = nullptr;
+    QMenu *photoMenu = nullptr;
+    QString caption;
 };

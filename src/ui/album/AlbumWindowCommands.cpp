@@ -1,0 +1,215 @@
+// The album window's command table: the commands of the main window's menus that act on this
+// album, by name.
+
+#include "ui/album/AlbumWindow.h"
+
+#include "ui/album/AlbumCommands.h"
+#include "ui/album/AlbumRoles.h"
+#include "ui/album/DesktopShell.h"
+#include "ui/album/DetailView.h"
+#include "ui/album/ExtraPanel.h"
+#include "ui/album/MessageBoxPrompter.h"
+#include "ui/album/ThumbnailCache.h"
+#include "ui/album/ThumbnailView.h"
+
+#include "app/Language.h"
+
+#include <QDir>
+#include <QMenu>
+#include <QStackedWidget>
+#include <QStandardItemModel>
+
+#include <algorithm>
+
+namespace {
+
+QString MenuText(const QString &name)
+{
+    return GetLocalizedString(name, QStringLiteral("Menu"));
+}
+
+// Commands after which photo files hold other pixels than before.
+bool RewritesPictures(const QString &name)
+{
+    return name == QLatin1String("mnuRotateLeft") || name == QLatin1String("mnuRotateRight") ||
+           name == QLatin1String("mnuCheckModified") || name == QLatin1String("mnuEditPaste");
+}
+
+bool Arranges(const QString &name)
+{
+    return name.startsWith(QLatin1String("mnuBy"));
+}
+
+} // namespace
+
+void AlbumWindow::BuildCommands()
+{
+    for (const QString &name : AlbumCommands::Names())
+        table.push_back({name, AlbumCommands::IsLong(name), [this, name] { RunLibraryCommand(name); }});
+
+    const auto selectAll = [this] { SelectRows([](int) { return true; }); };
+    const auto inverse = [this] {
+        const QList<int> selected = grid->SelectedRecords();
+        SelectRows([&selected](int row) { return !selected.contains(row + 1); });
+    };
+    const auto selectStars = [this] { SelectRows([this](int row) { return rows->index(row, 0).data(StarRole).toBool(); }); };
+    const auto selectHighlights = [this] {
+        SelectRows([this](int row) { return rows->index(row, 0).data(HighlightRole).toBool(); });
+    };
+    const auto showPhotoFile = [this] {
+        if (const QString path = CurrentPhotoPath(); !path.isEmpty())
+            DesktopShell::ShowFile(path, this);
+    };
+    const auto showNonPhotoFiles = [this] {
+        if (QDir(commands->NonPhotoFolder()).exists())
+            DesktopShell::OpenFolder(commands->NonPhotoFolder());
+        else
+            prompter->Inform(GetLocalizedString(QStringLiteral("Non-PhotoFiles"), QStringLiteral("OrvDocument")),
+                             GetLocalizedString(QStringLiteral("MessageNon-PhotoFiles"), QStringLiteral("OrvDocument")));
+    };
+    const auto openWithShell = [this] {
+        if (const QString path = CurrentPhotoPath(); !path.isEmpty())
+            DesktopShell::OpenWithDefault(path);
+    };
+    const auto chooseProgram = [this] {
+        if (const QString path = CurrentPhotoPath(); !path.isEmpty())
+            DesktopShell::OpenWithChosen(path, this);
+    };
+    // The grid and the detail view take turns in the same place.
+    const auto switchView = [this] {
+        if (views->currentWidget() == grid)
+            ShowDetail(grid->currentIndex().isValid() ? grid->currentIndex().row() : 0);
+        else
+            ShowGrid();
+    };
+    const auto showExtra = [this] { panel->setVisible(!panel->isVisible()); };
+    const auto highlightNoted = [this] {
+        const int found = commands->HighlightNotedPhotos();
+        RefreshRows();
+        RefreshNumberLabel(AlbumCommands::FoundLabel(found));
+    };
+
+    const std::vector<Command> own = {
+        {QStringLiteral("mnuSelectAll"), false, selectAll},
+        {QStringLiteral("mnuInverse"), false, inverse},
+        {QStringLiteral("mnuSelectStar"), false, selectStars},
+        {QStringLiteral("mnuSelectStar1"), false, selectStars},
+        {QStringLiteral("mnuSelectHighLight"), false, selectHighlights},
+        {QStringLiteral("mnuSelectHighLight1"), false, selectHighlights},
+        {QStringLiteral("mnuShowPhotoFiles"), false, showPhotoFile},
+        {QStringLiteral("mnuShowNonPhotoFiles"), false, showNonPhotoFiles},
+        {QStringLiteral("mnuOpenWithShell"), false, openWithShell},
+        {QStringLiteral("mnuChooseProgram"), false, chooseProgram},
+        {QStringLiteral("mnuThumbnailItem"), false, switchView},
+        {QStringLiteral("mnuShowExtra"), false, showExtra},
+        {QStringLiteral("mnuHighlightNotedPhotos"), false, highlightNoted},
+    };
+    table.insert(table.end(), own.begin(), own.end());
+}
+
+bool AlbumWindow::HasCommand(const QString &name) const
+{
+    return std::any_of(table.begin(), table.end(), [&name](const Command &command) { return command.name == name; });
+}
+
+bool AlbumWindow::RunCommand(const QString &name)
+{
+    const auto command =
+        std::find_if(table.begin(), table.end(), [&name](const Command &entry) { return entry.name == name; });
+    if (command == table.end())
+        return false;
+    panel->Commit();
+    SetDataListByUI();
+    command->run();
+    return true;
+}
+
+CommandTarget AlbumWindow::Target() const
+{
+    CommandTarget target;
+    target.selected = grid->SelectedRecords();
+    target.detail = views->currentWidget() == detail;
+    target.current = target.detail ? detail->CurrentRow() + 1 : grid->CurrentRecord();
+    return target;
+}
+
+void AlbumWindow::SelectRows(const std::function<bool(int row)> &wanted)
+{
+    QList<int> records;
+    for (int row = 0; row < rows->rowCount(); ++row) {
+        if (wanted(row))
+            records << row + 1;
+    }
+    grid->SelectRecords(records);
+}
+
+void AlbumWindow::RunLibraryCommand(const QString &name)
+{
+    const CommandTarget target = Target();
+    const int countBefore = rows->rowCount();
+    if (!commands->Run(name, target))
+        return;
+    if (RewritesPictures(name)) {
+        thumbnails->Clear();
+        detail->ForgetPictures();
+    }
+    RefreshRows();
+    const int count = rows->rowCount();
+    if (count == 0) {
+        ShowGrid();
+        return;
+    }
+    if (Arranges(name)) {
+        // The first photo of the new order is the current one; a selection by place would now
+        // point at other photos.
+        grid->clearSelection();
+        grid->SetCurrentRecord(1);
+    } else if (count != countBefore) {
+        grid->SetCurrentRecord(std::clamp(target.current, 1, count));
+    }
+    if (views->currentWidget() == detail)
+        detail->ShowRow(Arranges(name) ? 0 : std::clamp(target.current, 1, count) - 1);
+}
+
+void AlbumWindow::BuildPhotoMenu()
+{
+    photoMenu = new QMenu(this);
+    const auto add = [this](const QString &name) {
+        QAction *action = photoMenu->addAction(MenuText(name));
+        action->setObjectName(name);
+        connect(action, &QAction::triggered, this, [this, name] { RunCommand(name); });
+    };
+    for (const QString &name : {QStringLiteral("mnuOpenWithShell"), QStringLiteral("mnuChooseProgram"),
+                                QStringLiteral("mnuShowPhotoFiles")})
+        add(name);
+    photoMenu->addSeparator();
+    for (const QString &name : {QStringLiteral("mnuEditCopy"), QStringLiteral("mnuEditCut"), QStringLiteral("mnuEditPaste"),
+                                QStringLiteral("mnuMoveToTrash")})
+        add(name);
+    photoMenu->addSeparator();
+    for (const QString &name : {QStringLiteral("mnuRotateLeft"), QStringLiteral("mnuRotateRight")})
+        add(name);
+    photoMenu->addSeparator();
+    QAction *star = photoMenu->addAction(GetLocalizedString(QStringLiteral("Star"), QStringLiteral("InfoList")));
+    star->setCheckable(true);
+    connect(star, &QAction::triggered, this,
+            [this](bool on) { RunCommand(on ? QStringLiteral("mnuStarOn") : QStringLiteral("mnuStarOff")); });
+    for (const QString &name : {QStringLiteral("mnuSetNotesForMultiselection"), QStringLiteral("mnuKeywordsCopy"),
+                                QStringLiteral("mnuKeywordsPaste")})
+        add(name);
+    photoMenu->addSeparator();
+    for (const QString &name : {QStringLiteral("mnuSelectAll"), QStringLiteral("mnuInverse")})
+        add(name);
+
+    for (QWidget *view : {static_cast<QWidget *>(grid), static_cast<QWidget *>(detail)}) {
+        view->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(view, &QWidget::customContextMenuRequested, this, [this, view, star](const QPoint &at) {
+            const CommandTarget target = Target();
+            star->setChecked(target.current >= 1 && rows->index(target.current - 1, 0).data(StarRole).toBool());
+            // Shown without a nested event loop; its actions come back through the table. The
+            // grid reports its point in its viewport.
+            const QWidget *origin = view == grid ? grid->viewport() : view;
+            photoMenu->popup(origin->mapToGlobal(at));
+        });
+    }
+}

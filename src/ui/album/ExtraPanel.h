@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QPersistentModelIndex>
+#include <QTabWidget>
+
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+
+// OrvExtraPanel: the side panel beside the album's views. Its note tab edits the current photo's
+// note and keywords in place; the calendars join it as further tabs. The tab the user chose is
+// kept in [Layout] SelectedExtraTab.
+class OrvExtraPanel : public QTabWidget {
+    Q_OBJECT
+public:
+    explicit OrvExtraPanel(QWidget *parent = nullptr);
+
+    // The photo whose note is shown; what was typed for the one before is handed on first.
+    void SetCurrent(const QModelIndex &index);
+    // Shows the current photo's values again, after the album changed them.
+    void Reload() { Fill(); }
+    // Hands on what was typed and not yet handed on.
+    void Commit();
+
+signals:
+    // A record value typed here: record index from 1, its key ("Description", "Keywords").
+    void ValueEdited(int record, const QString &key, const QString &text);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void Fill();
+
+    QPersistentModelIndex current;
+    QLabel *fileName;
+    QPlainTextEdit *note;
+    QLineEdit *keywords;
+    bool filling = false;
+    bool noteTyped = false;
+    bool keywordsTyped = false;
+};
