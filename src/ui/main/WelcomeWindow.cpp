@@ -21,6 +21,15 @@ namespace {
 // action then becomes visible.
 const char *const StartCommands[] = {"mnuFileOpen", "mnuFileNew", "mnuFileConvert", "mnuCameraImport"};
 
+// The folder that holds an album, with the home folder written "~" as a Linux user reads it.
+QString ShortFolderName(const QString &folder)
+{
+    const QString home = QDir::homePath();
+    if (folder == home || folder.startsWith(home + u'/'))
+        return u'~' + QDir::toNativeSeparators(folder.mid(home.size()));
+    return QDir::toNativeSeparators(folder);
+}
+
 } // namespace
 
 WelcomeWindow::WelcomeWindow(MainWindow &frame)
@@ -42,6 +51,9 @@ WelcomeWindow::WelcomeWindow(MainWindow &frame)
     left->addWidget(new QLabel(QStringLiteral("@RecentAlbums"), this));
     recent->setObjectName(QStringLiteral("RecentAlbums"));
     recent->setIconSize(QSize(32, 32));
+    recent->setTextElideMode(Qt::ElideMiddle);
+    recent->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    recent->setSpacing(2);
     recentPane->addWidget(recent);
     auto *none = new QLabel(QStringLiteral("@NoRecentAlbums"), this);
     none->setWordWrap(true);
@@ -92,7 +104,8 @@ void WelcomeWindow::ShowRecentDocs()
     const QIcon album = CommandIcon(QStringLiteral("folder-pictures"));
     for (int slot = list.Count(); slot >= 1; --slot) {
         const QString path = list.At(slot);
-        auto *item = new QListWidgetItem(album, QFileInfo(path).fileName() + u'\n' + QDir::toNativeSeparators(path), recent);
+        const QFileInfo folder(path);
+        auto *item = new QListWidgetItem(album, folder.fileName() + u'\n' + ShortFolderName(folder.path()), recent);
         item->setData(Qt::UserRole, path);
         item->setToolTip(QDir::toNativeSeparators(path));
     }
