@@ -128,6 +128,7 @@ void MainWindowTest::commands_data()
     QTest::newRow("convert a folder of photos") << none << QStringList{"mnuFileConvert"} << QStringList{"photos"} << 1 << 1 << 1 << "" << "";
     QTest::newRow("convert a folder with other files") << none << QStringList{"mnuFileConvert"} << QStringList{"plain"} << 0 << 0 << 0 << "MessageNon-photoContained" << "";
     QTest::newRow("close saves and closes") << none << QStringList{"mnuFileOpen", "mnuFileClose"} << QStringList{"album"} << 0 << 1 << 1 << "" << "";
+    QTest::newRow("exit closes the albums") << none << QStringList{"mnuFileOpen", "mnuFileExit"} << QStringList{"album"} << 0 << 1 << 1 << "" << "";
     QTest::newRow("recent entry opens") << QStringList{"album"} << QStringList{"mnuRecentDoc1"} << none << 1 << 1 << 1 << "" << "";
     QTest::newRow("recent damaged album") << QStringList{"damaged"} << QStringList{"mnuRecentDoc1"} << none << 0 << 1 << 0 << fail << "";
     QTest::newRow("clear recent albums") << QStringList{"album", "plain"} << QStringList{"mnuClearRecentDocs"} << none << 0 << 0 << 0 << "" << "";
@@ -177,6 +178,7 @@ void MainWindowTest::commands()
             action->trigger();
         }
         QVERIFY2(main.MDIChildren() == windows, qPrintable(messages.join(u'\n')));
+        QCOMPARE(main.Command(QStringLiteral("mnuFileSave"))->isEnabled(), windows > 0);
         QCOMPARE(RecentDocs().Count(), recentAfter);
         const QMenu *recentMenu = main.findChild<QMenu *>(QStringLiteral("mnuRecentDocs"));
         const QList<QAction *> entries = recentMenu->actions();
