@@ -1,6 +1,6 @@
 #include "ui/GuiStartupHost.h"
 
-#include "ui/MainWindow.h"
+#include "ui/main/MainWindow.h"
 #include "app/Paths.h"
 #include "ui/SplashWindow.h"
 
@@ -24,15 +24,25 @@ void GuiStartupHost::Inform(const QString &text)
     QMessageBox::information(main, QStringLiteral("Orvana"), text);
 }
 
-// The map pages, the plug-ins, the updater, the welcome, camera-import and GPS windows and
-// album documents are not part of this build yet; start-up asks for them in their place.
+// The map pages, the plug-ins, the updater, the camera-import and GPS windows are not part of
+// this build yet; start-up asks for them in their place.
 void GuiStartupHost::LoadMapServerTemplates() {}
 void GuiStartupHost::ShowUpdaterWindow() {}
 void GuiStartupHost::DiscoverPlugins() {}
-void GuiStartupHost::ShowWelcomeWindow() {}
 void GuiStartupHost::CameraImportToAlbum() {}
 void GuiStartupHost::ShowGpsWindow() {}
-void GuiStartupHost::OpenDoc(const QString &, bool) {}
+
+void GuiStartupHost::ShowWelcomeWindow()
+{
+    if (main)
+        main->ShowWelcomeWindow();
+}
+
+void GuiStartupHost::OpenDoc(const QString &path, bool askForFolder)
+{
+    if (main)
+        main->OpenDoc(path, askForFolder);
+}
 
 void GuiStartupHost::ShowSplash()
 {

@@ -32,6 +32,7 @@ public:
     void StartVersionUpdater() override;
 
     bool HasOpenWindow() const;
+    MainWindow *Main() const { return main; }
 
 private:
     std::unique_ptr<SplashWindow> splash;

@@ -1,12 +1,14 @@
 #include "ui/SplashWindow.h"
 
+#include "ui/main/AboutWindow.h"
 #include "app/Language.h"
 #include "app/Paths.h"
-#include "app/Version.h"
 
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPixmap>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace {
@@ -14,6 +16,8 @@ namespace {
 constexpr int FadeStepMs = 20;
 constexpr double FadeStep = 0.08;
 
+// A language may ship its own picture; English's is the fallback. Without either, the splash
+// shows what the about window shows.
 QString SplashPicture()
 {
     QString localised = ResourcesFolder() + u'/' + CurrentLanguage() + QStringLiteral("/OrvWelcome.jpg");
@@ -29,16 +33,19 @@ SplashWindow::SplashWindow(QWidget *parent)
 {
     setObjectName(QStringLiteral("SplashWindow"));
     auto *layout = new QVBoxLayout(this);
-    auto *picture = new QLabel(this);
     const QPixmap pixmap(SplashPicture());
     if (!pixmap.isNull()) {
+        auto *picture = new QLabel(this);
         picture->setPixmap(pixmap);
+        picture->setAlignment(Qt::AlignCenter);
+        layout->addWidget(picture);
     } else {
-        picture->setText(QStringLiteral("<h1>Orvana</h1><p>%1</p>").arg(QLatin1String(OrvanaVersion)));
-        picture->setMargin(40);
+        layout->setContentsMargins(48, 32, 48, 32);
+        layout->addWidget(new AboutPanel(this));
     }
-    picture->setAlignment(Qt::AlignCenter);
-    layout->addWidget(picture);
+    adjustSize();
+    if (const QScreen *screen = QGuiApplication::primaryScreen())
+        move(screen->availableGeometry().center() - rect().center());
     setWindowOpacity(0.0);
     connect(&fade, &QTimer::timeout, this, [this] {
         setWindowOpacity(std::min(1.0, windowOpacity() + FadeStep));

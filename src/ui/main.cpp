@@ -1,7 +1,29 @@
 #include "ui/GuiStartupHost.h"
+#include "ui/main/MainWindow.h"
 #include "app/Startup.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QTimer>
+
+namespace {
+
+// ORVANA_RUN_COMMANDS="mnuOptions mnuHelpAbout": commands of the menus run once the main window is
+// up, so scripts that document the program (scripts/screenshots) reach a window without a user.
+void RunCommandsFromEnvironment(MainWindow *main)
+{
+    const QStringList names = qEnvironmentVariable("ORVANA_RUN_COMMANDS").split(u' ', Qt::SkipEmptyParts);
+    if (!main || names.isEmpty())
+        return;
+    QTimer::singleShot(0, main, [main, names] {
+        for (const QString &name : names) {
+            if (QAction *action = main->Command(name); action && action->isEnabled())
+                action->trigger();
+        }
+    });
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -13,5 +35,6 @@ int main(int argc, char *argv[])
     const StartupOutcome outcome = RunStartup(host, CommandLineTail(QCoreApplication::arguments()));
     if (outcome == StartupOutcome::ScreenRefused || !host.HasOpenWindow())
         return outcome == StartupOutcome::ScreenRefused ? 1 : 0;
+    RunCommandsFromEnvironment(host.Main());
     return QApplication::exec();
 }

@@ -1,0 +1,182 @@
+// The main window's commands on album documents: open, new, convert, save and close.
+#include "ui/main/MainWindow.h"
+
+#include "ui/main/AlbumSubWindow.h"
+#include "ui/main/FileChooser.h"
+#include "ui/main/WelcomeWindow.h"
+#include "ui/album/AlbumWindow.h"
+#include "app/Language.h"
+#include "app/Paths.h"
+#include "app/Prompter.h"
+#include "app/RecentDocs.h"
+#include "app/Settings.h"
+#include "library/AlbumDocument.h"
+#include "library/AlbumFormat.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QMdiArea>
+
+namespace {
+
+const QString DocumentSection = QStringLiteral("OrvDocument");
+
+QString Clean(const QString &path)
+{
+    return path.isEmpty() ? path : QDir::cleanPath(path);
+}
+
+} // namespace
+
+void MainWindow::FailToOpen(const QString &reason)
+{
+    QString text = GetLocalizedString(QStringLiteral("MessageFailToOpenAlbum"), QStringLiteral("OrvDocument"));
+    if (!reason.isEmpty())
+        text += QStringLiteral("\n\n") + reason;
+    prompter->Error(GetLocalizedString(QStringLiteral("OpenTitle"), QStringLiteral("OrvDocument")), text);
+}
+
+QMdiSubWindow *MainWindow::FindAlbumWindow(const QString &path) const
+{
+    for (QMdiSubWindow *window : documents->subWindowList()) {
+        const auto *album = qobject_cast<const AlbumWindow *>(window->widget());
+        if (album && QDir::cleanPath(album->Path()) == path)
+            return window;
+    }
+    return nullptr;
+}
+
+void MainWindow::OpenDoc(const QString &given, bool askForFolder)
+{
+    QString path = Clean(given);
+    if (askForFolder) {
+        path = Clean(chooser->ChooseFolder(this, GetLocalizedString(QStringLiteral("OpenFolderAsAlbum"), QStringLiteral("OrvDocument")), GetLibraryPath()));
+        if (path.isEmpty())
+            return;
+    }
+    if (path.isEmpty())
+        return;
+    // Only albums open here: a plain folder becomes one through "Open Folder as Album", never by
+    // a recent entry, a command line or this picker writing into it unasked.
+    if (!FolderExists(path) || !FolderExists(AlbumFormat::StudioDataPath(path))) {
+        FailToOpen();
+        return;
+    }
+    OpenAlbum(path);
+}
+
+void MainWindow::mnuFileOpenFolder_Click()
+{
+    const QString path = Clean(chooser->ChooseFolder(this, GetLocalizedString(QStringLiteral("OpenFolderAsAlbum"), QStringLiteral("OrvDocument")), GetLibraryPath()));
+    if (!path.isEmpty())
+        OpenAlbum(path); // the library's opening rules make a plain folder a folder album
+}
+
+void MainWindow::OpenAlbum(const QString &path)
+{
+    if (QMdiSubWindow *open = FindAlbumWindow(path)) {
+        documents->setActiveSubWindow(open);
+    } else {
+        AlbumDocument::OpenResult opened = AlbumDocument::Open(path);
+        if (!opened.document) {
+            FailToOpen();
+            return;
+        }
+        // A list that cannot be read is not shown as an empty album that the user might fill
+        // and lose: nothing opens and nothing is written.
+        if (!opened.load) {
+            FailToOpen(opened.load.message);
+            return;
+        }
+        auto *album = new AlbumWindow(std::move(opened.document));
+        auto *window = new AlbumSubWindow(album);
+        documents->addSubWindow(window);
+        window->show();
+        documents->setActiveSubWindow(window);
+    }
+    AddRecentDoc(path);
+    RebuildRecentDocsMenu();
+    const QString counter = QStringLiteral("OpenedAlbumsNumber");
+    WriteSetting(QStringLiteral("System"), counter, QString::number(SettingInteger(ReadSetting(QStringLiteral("System"), counter)) + 1));
+    EnableDocMenus();
+    if (welcome)
+        welcome->close();
+}
+
+void MainWindow::mnuFileOpen_Click()
+{
+    OpenDoc({}, true);
+}
+
+void MainWindow::NewDoc()
+{
+    const QString path = Clean(chooser->ChooseNewFolder(this, GetLocalizedString(QStringLiteral("CreateNewTitle"), DocumentSection),
+                                                        GetLocalizedString(QStringLiteral("AlbumFolderFilter"), DocumentSection), GetLibraryPath()));
+    if (path.isEmpty())
+        return;
+    if (QFileInfo::exists(path) || !CreateNewAlbum(path)) {
+        prompter->Error(GetLocalizedString(QStringLiteral("CreateNewTitle"), DocumentSection),
+                        GetLocalizedString(QStringLiteral("MessageFailToCreateAlbum"), DocumentSection));
+        return;
+    }
+    OpenDoc(path, false);
+}
+
+void MainWindow::mnuFileNew_Click()
+{
+    NewDoc();
+}
+
+void MainWindow::ConvertDoc()
+{
+    const QString title = GetLocalizedString(QStringLiteral("ConvertFolderToAlbumTitle"), DocumentSection);
+    const QString path = Clean(chooser->ChooseFolder(this, GetLocalizedString(QStringLiteral("SelectFolderToConvert"), DocumentSection), GetLibraryPath()));
+    if (path.isEmpty())
+        return;
+    if (!prompter->AskYesNo(title, GetLocalizedString(QStringLiteral("MessageConvertFolderToAlbum1"), DocumentSection).arg(QDir::toNativeSeparators(path))))
+        return;
+    const ConvertResult result = ::ConvertDoc(path);
+    switch (result.status) {
+    case ConvertStatus::Converted:
+        // A converted folder album has no data folder yet: opening by the library's rules makes
+        // it and takes in the photos.
+        OpenAlbum(result.albumPath);
+        return;
+    case ConvertStatus::AlreadyAlbum:
+        prompter->Inform(title, GetLocalizedString(QStringLiteral("MessageAlreadyBeAlbum"), DocumentSection));
+        return;
+    case ConvertStatus::NonPhotoContained:
+        prompter->Inform(title, GetLocalizedString(QStringLiteral("MessageNon-photoContained"), DocumentSection));
+        return;
+    case ConvertStatus::Missing:
+    case ConvertStatus::TargetExists:
+    case ConvertStatus::MoveFailed:
+        prompter->Error(title, GetLocalizedString(QStringLiteral("MessageFailToCreateAlbum"), DocumentSection));
+        return;
+    }
+}
+
+void MainWindow::mnuFileConvert_Click()
+{
+    ConvertDoc();
+}
+
+void MainWindow::mnuFileSave_Click()
+{
+    AlbumWindow *album = ActiveAlbum();
+    if (!album)
+        return;
+    // The album window saves its own way when it can (it also updates its caption).
+    if (album->HasCommand(QStringLiteral("mnuFileSave"))) {
+        album->RunCommand(QStringLiteral("mnuFileSave"));
+        return;
+    }
+    if (const Result saved = album->Document().SaveDocumentToFile(); !saved)
+        prompter->Error(GetLocalizedString(QStringLiteral("mnuFileSave"), QStringLiteral("Menu")), saved.message);
+}
+
+void MainWindow::mnuFileClose_Click()
+{
+    if (QMdiSubWindow *active = documents->activeSubWindow())
+        active->close();
+}

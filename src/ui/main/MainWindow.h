@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QHash>
+#include <QMainWindow>
+#include <QPointer>
+#include <memory>
+
+class AlbumWindow;
+class FileChooser;
+class InterfaceCalls;
+class Prompter;
+class QAction;
+class QMdiArea;
+class QMdiSubWindow;
+class QMenu;
+class QToolBar;
+class WelcomeWindow;
+
+// frmMain: the frame that holds the album windows and routes the menu commands. Its menus, tool
+// bar and shortcuts are built from the routing table (CommandTable.h).
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit MainWindow(QWidget *parent = nullptr);
+    ~MainWindow() override;
+
+    // Tests answer the pickers and message boxes with scripts.
+    void UseChooser(std::unique_ptr<FileChooser> chooser);
+    void UsePrompter(std::unique_ptr<Prompter> prompter);
+
+    int MDIChildren() const;
+    bool HasActiveDoc() const;
+    AlbumWindow *ActiveAlbum() const;
+    // Shows the album commands the active album window has, enables those that need an album.
+    void EnableDocMenus();
+    // The action of a command of the routing table, or of a recent document ("mnuRecentDoc1"...).
+    QAction *Command(const QString &name) const;
+
+    void OpenDoc(const QString &path, bool askForFolder);
+    void NewDoc();
+    void ConvertDoc();
+    void ShowWelcomeWindow();
+    // Whether the albums show as tabs (else as separate windows), from the settings file.
+    void ApplyDocumentMode();
+
+    // The handlers of the routing table.
+    void mnuFileNew_Click();
+    void mnuFileOpen_Click();
+    void mnuFileOpenFolder_Click();
+    void mnuFileConvert_Click();
+    void mnuFileSave_Click();
+    void mnuFileClose_Click();
+    void mnuFileExit_Click();
+    void mnuClearRecentDocs_Click();
+    void mnuWindowCascade_Click();
+    void mnuWindowTileHorizontal_Click();
+    void mnuWindowTileVertical_Click();
+    void mnuWindowArrangeIcons_Click();
+    void mnuOptions_Click();
+    void mnuHelpContents_Click();
+    void mnuInfoOnWeb_Click();
+    void mnuHelpAbout_Click();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void BuildCommands();
+    QMenu *MenuFor(const QString &name);
+    void RebuildRecentDocsMenu();
+    void OpenAlbum(const QString &path);
+    QMdiSubWindow *FindAlbumWindow(const QString &path) const;
+    void FailToOpen(const QString &reason = {});
+
+    QMdiArea *documents;
+    QToolBar *toolBar;
+    QHash<QString, QMenu *> menus;
+    QHash<QString, QAction *> commands;
+    QList<QAction *> recentEntries;
+    std::unique_ptr<FileChooser> chooser;
+    std::unique_ptr<InterfaceCalls> calls; // the prompter's way onto the interface thread
+    std::unique_ptr<Prompter> prompter;
+    QPointer<WelcomeWindow> welcome;
+};
