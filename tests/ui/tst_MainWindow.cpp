@@ -235,6 +235,7 @@ void MainWindowTest::options_data()
     QTest::newRow("non-JPEG files") << "System" << "AllowNonJPEG" << "0" << "1";
     QTest::newRow("units") << "System" << "UnitSystem" << "M" << "E";
     QTest::newRow("map server") << "System" << "MapServer" << "maps.orvana.org" << "maps.orvana.cn";
+    QTest::newRow("own map pages, no host") << "System" << "MapServer" << "" << "";
     QTest::newRow("login") << "System" << "SharedServerLoginName" << "ann" << "bob";
     QTest::newRow("password") << "System" << "SharedServerPassword" << "secret" << "s3cr3t";
 }

@@ -55,10 +55,12 @@ QList<Choice> Languages()
     return choices;
 }
 
-// The three map servers are values of the installed configuration, not of the program.
+// The three map servers are values of the installed configuration, not of the program. The
+// first choice, an empty MapServer, is Orvana's own map pages served on this computer: nothing
+// goes to a map host the user did not choose.
 QList<Choice> MapServers()
 {
-    QList<Choice> choices;
+    QList<Choice> choices{Choice{QString(), Caption(QStringLiteral("MapServerOwn"))}};
     for (int i = 1; i <= 3; ++i) {
         const QString host = ProfileFile::ReadString(ResourcesFolder() + QStringLiteral("/Services.ini"), QStringLiteral("MapServer"),
                                                      QStringLiteral("Host%1").arg(i));
