@@ -171,11 +171,13 @@ void MainWindowTest::commands()
                 auto *list = main.findChild<QListWidget *>(QStringLiteral("RecentAlbums"));
                 QVERIFY(list && list->count() == 1);
                 QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+                QTRY_VERIFY(!main.IsOpening());
                 continue;
             }
             QAction *action = main.Command(command);
             QVERIFY2(action && action->isVisible() && action->isEnabled(), qPrintable(command));
             action->trigger();
+            QTRY_VERIFY(!main.IsOpening()); // albums are read on a worker thread
         }
         QVERIFY2(main.MDIChildren() == windows, qPrintable(messages.join(u'\n')));
         QCOMPARE(main.Command(QStringLiteral("mnuFileSave"))->isEnabled(), windows > 0);

@@ -1,6 +1,10 @@
 // The main window's commands on album documents: open, new, convert, save and close.
 #include "ui/main/MainWindow.h"
 
+#include "ui/common/ForwardingPrompter.h"
+#include "ui/common/TaskRunner.h"
+#include "library/AlbumOpening.h"
+
 #include "ui/main/AlbumSubWindow.h"
 #include "ui/main/FileChooser.h"
 #include "ui/main/WelcomeWindow.h"
@@ -76,24 +80,59 @@ void MainWindow::OpenAlbum(const QString &path)
 {
     if (QMdiSubWindow *open = FindAlbumWindow(path)) {
         documents->setActiveSubWindow(open);
-    } else {
-        AlbumDocument::OpenResult opened = AlbumDocument::Open(path);
-        if (!opened.document) {
-            FailToOpen();
-            return;
-        }
-        // A list that cannot be read is not shown as an empty album that the user might fill
-        // and lose: nothing opens and nothing is written.
-        if (!opened.load) {
-            FailToOpen(opened.load.message);
-            return;
-        }
-        auto *album = new AlbumWindow(std::move(opened.document));
-        auto *window = new AlbumSubWindow(album);
-        documents->addSubWindow(window);
-        window->show();
-        documents->setActiveSubWindow(window);
+        AlbumOpened(path);
+        return;
     }
+    // One album opens at a time; a second request while the first is read is dropped, as a
+    // double click on a slow disk would otherwise open the album twice.
+    if (opener->Running())
+        return;
+    auto opened = std::make_shared<AlbumDocument::OpenResult>();
+    auto asking = std::make_shared<ForwardingPrompter>(*prompter, opener->Calls());
+    connect(opener.get(), &TaskRunner::Finished, this, [this, path, opened](bool) { ShowOpenedAlbum(path, *opened); },
+            Qt::SingleShotConnection);
+    opener->Start(GetLocalizedString(QStringLiteral("Processing"), QStringLiteral("General")),
+                  [path, opened, asking](ProgressSink &progress) { *opened = OpenAlbumDocument(path, {}, *asking, progress); });
+}
+
+bool MainWindow::IsOpening() const
+{
+    return opener->Running();
+}
+
+void MainWindow::ShowOpenedAlbum(const QString &path, AlbumDocument::OpenResult &opened)
+{
+    if (!opened.document) {
+        FailToOpen();
+        return;
+    }
+    // A list that cannot be read is not shown as an empty album that the user might fill
+    // and lose: nothing opens and nothing is written.
+    if (!opened.load) {
+        FailToOpen(opened.load.message);
+        return;
+    }
+    if (!opened.imported.Clean())
+        ReportImport(opened.imported);
+    auto *album = new AlbumWindow(std::move(opened.document));
+    auto *window = new AlbumSubWindow(album);
+    documents->addSubWindow(window);
+    window->show();
+    documents->setActiveSubWindow(window);
+    AlbumOpened(path);
+}
+
+// What opening brought in from the drop folder or found outside, and could not take in whole.
+void MainWindow::ReportImport(const ImportReport &report)
+{
+    QStringList lines;
+    for (const FileProblem &problem : report.notImported + report.warnings)
+        lines << QDir::toNativeSeparators(problem.path) + QStringLiteral(": ") + problem.reason;
+    prompter->Inform(GetLocalizedString(QStringLiteral("OpenTitle"), QStringLiteral("OrvDocument")), lines.join(u'\n'));
+}
+
+void MainWindow::AlbumOpened(const QString &path)
+{
     AddRecentDoc(path);
     RebuildRecentDocsMenu();
     const QString counter = QStringLiteral("OpenedAlbumsNumber");

@@ -10,6 +10,7 @@
 #include "ui/album/AlbumWindow.h"
 #include "ui/common/DialogPrompter.h"
 #include "ui/common/InterfaceCalls.h"
+#include "ui/common/TaskRunner.h"
 #include "ui/Localize.h"
 #include "app/Language.h"
 #include "app/Paths.h"
@@ -40,7 +41,7 @@ const QString DocumentTabsKey = QStringLiteral("DocumentTabs");
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent), documents(new QMdiArea(this)), toolBar(new QToolBar(this)),
       chooser(std::make_unique<DialogFileChooser>()), calls(std::make_unique<InterfaceCalls>()),
-      prompter(std::make_unique<DialogPrompter>(this, *calls))
+      prompter(std::make_unique<DialogPrompter>(this, *calls)), opener(std::make_unique<TaskRunner>(this))
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("@frmMain"));

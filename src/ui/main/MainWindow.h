@@ -1,5 +1,7 @@
 #pragma once
 
+#include "library/AlbumDocument.h"
+
 #include <QHash>
 #include <QMainWindow>
 #include <QPointer>
@@ -14,6 +16,7 @@ class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 class QToolBar;
+class TaskRunner;
 class WelcomeWindow;
 
 // frmMain: the frame that holds the album windows and routes the menu commands. Its menus, tool
@@ -37,6 +40,9 @@ public:
     QAction *Command(const QString &name) const;
 
     void OpenDoc(const QString &path, bool askForFolder);
+    // While an album is being opened (its list read, its drop folder imported, outside changes
+    // looked for, all on a worker thread); its window appears when that ends.
+    bool IsOpening() const;
     void NewDoc();
     void ConvertDoc();
     void ShowWelcomeWindow();
@@ -69,6 +75,9 @@ private:
     QMenu *MenuFor(const QString &name);
     void RebuildRecentDocsMenu();
     void OpenAlbum(const QString &path);
+    void ShowOpenedAlbum(const QString &path, AlbumDocument::OpenResult &opened);
+    void ReportImport(const ImportReport &report);
+    void AlbumOpened(const QString &path);
     QMdiSubWindow *FindAlbumWindow(const QString &path) const;
     void FailToOpen(const QString &reason = {});
 
@@ -80,5 +89,6 @@ private:
     std::unique_ptr<FileChooser> chooser;
     std::unique_ptr<InterfaceCalls> calls; // the prompter's way onto the interface thread
     std::unique_ptr<Prompter> prompter;
+    std::unique_ptr<TaskRunner> opener;
     QPointer<WelcomeWindow> welcome;
 };
