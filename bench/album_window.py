@@ -24,7 +24,11 @@ thumbnail = os.path.join(home, "thumbnail.jpg")
 photo = os.path.join(here, "..", "..", "shared", "corpus", "photos", "drewnoakes-Canon_PowerShot_S330.jpg")
 subprocess.run(["vipsthumbnail", "-s", "128x128", "-o", thumbnail, photo], check=True)
 for i in range(count):
-    os.link(thumbnail, os.path.join(thumbs, f"IMG_{i:06d}.JPG"))
+    # A file takes at most 65,000 names on ext4: a fresh copy for every 50,000.
+    if i % 50000 == 0:
+        source = f"{thumbnail}.{i}"
+        shutil.copyfile(thumbnail, source)
+    os.link(source, os.path.join(thumbs, f"IMG_{i:06d}.JPG"))
 
 env = dict(os.environ, HOME=home, QT_QPA_PLATFORM="offscreen", LANG="C.UTF-8", LC_ALL="C.UTF-8")
 env.pop("XDG_DOCUMENTS_DIR", None)
