@@ -55,13 +55,22 @@ AlbumDocument::OpenResult OpenAlbumDocument(const QString &path, const OpenReque
     return opened;
 }
 
+// The records are read in one Apply, the folder is looked at outside it; each changed record is
+// read again outside and written inside. The records' indices stay true throughout: imports only
+// append, and removals come last, highest first.
 ImportReport ActionCheckModified(AlbumDocument &document, Prompter &prompter, ProgressSink &progress)
 {
-    const OutsideChanges changes = FindOutsideChanges(document);
     OrvAlbumImporter importer;
     importer.SetDocument(&document);
+    std::vector<RecordedFile> records;
+    QString folder;
+    progress.Apply([&] {
+        records = RecordedFiles(document);
+        folder = document.PhotoFilesFolder();
+    });
+    const OutsideChanges changes = FindOutsideChanges(folder, records, PhotoRecord::AllowNonJpeg());
     for (const int index : changes.changed)
-        importer.ReloadFile(index);
+        importer.ReloadFile(index, progress);
     ImportReport report;
     if (!changes.added.isEmpty())
         report = importer.ImportFiles(changes.added, progress);
@@ -71,16 +80,20 @@ ImportReport ActionCheckModified(AlbumDocument &document, Prompter &prompter, Pr
     const QString text = Localized("MessageRemovePhotosNotExist", "OrvDocument").replace(QStringLiteral("%1"), count);
     if (!prompter.AskYesNo(Localized("RemovePhotosNotExist", "OrvDocument"), text))
         return report;
-    for (auto it = changes.missing.rbegin(); it != changes.missing.rend(); ++it)
-        document.RemoveRecord(*it);
-    document.DocumentWasModified();
+    progress.Apply([&] { document.RemoveRecords(changes.missing); });
     return report;
 }
 
 int ActionCheckExistingPhotoFiles(AlbumDocument &document, Prompter &prompter, ProgressSink &progress)
 {
-    progress.Begin(Localized("Processing", "General"), document.RecordCount());
-    const QList<int> changed = FindChangedFiles(document);
+    std::vector<RecordedFile> records;
+    QString folder;
+    progress.Apply([&] {
+        records = RecordedFiles(document);
+        folder = document.PhotoFilesFolder();
+    });
+    progress.Begin(Localized("Processing", "General"), static_cast<int>(records.size()));
+    const QList<int> changed = FindChangedFiles(folder, records);
     progress.End();
     if (changed.isEmpty())
         return 0;
@@ -91,6 +104,6 @@ int ActionCheckExistingPhotoFiles(AlbumDocument &document, Prompter &prompter, P
     OrvAlbumImporter importer;
     importer.SetDocument(&document);
     for (const int index : changed)
-        importer.ReloadFile(index);
+        importer.ReloadFile(index, progress);
     return static_cast<int>(changed.size());
 }

@@ -78,10 +78,10 @@ QStringList Files(const AlbumDocument &album)
     return files;
 }
 
-QStringList SelectedFiles(const AlbumDocument &album)
+QStringList FilesAt(const AlbumDocument &album, const QList<int> &indices)
 {
     QStringList files;
-    for (const int index : album.SelectedIndices())
+    for (const int index : indices)
         files << album.Record(PhotoRecord::File, index);
     return files;
 }
@@ -272,12 +272,11 @@ std::unique_ptr<AlbumDocument> AlbumTest::MakeAlbum(const QList<QStringList> &re
     QDir().mkpath(albumPath);
     auto opened = AlbumDocument::Open(albumPath);
     for (const QStringList &record : records) {
-        DataList &list = opened.document->List();
-        const int index = list.ItemCount() + 1;
-        list.AddItem(index);
         const QStringList keys = {PhotoRecord::File, PhotoRecord::CaptureDate, PhotoRecord::Size, PhotoRecord::Star};
+        RecordValues values;
         for (qsizetype k = 0; k < record.size(); ++k)
-            list.SetItemProperty(keys[k], record[k], index);
+            values.append({keys[k], record[k]});
+        opened.document->AppendRecord(values);
     }
     opened.document->SaveDocumentToFile();
     return AlbumDocument::Open(albumPath).document;
@@ -349,36 +348,29 @@ void AlbumTest::nameRule()
 void AlbumTest::starsAndSelections()
 {
     auto album = MakeAlbum(Holiday);
-    album->ActionSelectStarPhotos();
-    QCOMPARE(SelectedFiles(*album), (QStringList{"a.jpg", "b.jpg"}));
-    album->ActionInverseSelection();
-    QCOMPARE(SelectedFiles(*album), (QStringList{"c.jpg", "d.jpg"}));
-    album->ActionStar(true);
-    album->ActionSelectStarPhotos();
-    QCOMPARE(SelectedFiles(*album), (QStringList{"c.jpg", "a.jpg", "d.jpg", "b.jpg"}));
+    const QList<int> starred = album->ActionSelectStarPhotos();
+    QCOMPARE(FilesAt(*album, starred), (QStringList{"a.jpg", "b.jpg"}));
+    const QList<int> others = album->ActionInverseSelection(starred);
+    QCOMPARE(FilesAt(*album, others), (QStringList{"c.jpg", "d.jpg"}));
+    album->ActionStar(others, true);
+    QCOMPARE(FilesAt(*album, album->ActionSelectStarPhotos()), (QStringList{"c.jpg", "a.jpg", "d.jpg", "b.jpg"}));
     QVERIFY(album->IsModified());
 
-    album->SetHighlightItems({2, 4, 99});
-    album->ActionSelectHighlightPhotos();
-    QCOMPARE(SelectedFiles(*album), (QStringList{"a.jpg", "b.jpg"}));
-    album->ActionStar(false);
+    const QList<int> highlighted = album->ActionSelectHighlightPhotos({4, 2, 99, 2});
+    QCOMPARE(FilesAt(*album, highlighted), (QStringList{"a.jpg", "b.jpg"}));
+    album->ActionStar(highlighted, false);
     QCOMPARE(album->Record(PhotoRecord::Star, 2), QStringLiteral("0"));
     QCOMPARE(album->Record(PhotoRecord::Star, 1), QStringLiteral("1"));
-
-    // In the detail view only the photo shown is starred, whatever is selected.
-    album->ActionSelectAllPhotos();
-    album->SetView(AlbumDocument::View::Detail);
-    album->SetCurrentIndex(4);
-    album->ActionStar(true);
-    album->ActionSelectStarPhotos();
-    QCOMPARE(SelectedFiles(*album), (QStringList{"c.jpg", "d.jpg", "b.jpg"}));
+    QCOMPARE(album->ActionSelectAllPhotos(), (QList<int>{1, 2, 3, 4}));
+    QCOMPARE(FilesAt(*album, album->ActionSearch(QStringLiteral("B.J")).value()), QStringList{"b.jpg"});
+    QVERIFY(!album->ActionSearch(QString()));
 }
 
 void AlbumTest::unsafeNamesAreLeftAlone()
 {
     auto album = MakeAlbum({{"ok.jpg"}, {"../outside.jpg"}, {"/etc/passwd"}, {"sub/inner.jpg"}, {"..\\win.jpg"},
                             {"nul"}, {".."}, {"two..dots.jpg"}});
-    album->List().SetItemProperty(PhotoRecord::File, QString::fromUtf8("nul\0.jpg", 8), 6);
+    album->SetRecordValue(6, PhotoRecord::File, QString::fromUtf8("nul\0.jpg", 8));
     QCOMPARE(album->UnsafeRecords(), (QList<int>{2, 3, 4, 5, 6, 7}));
     QCOMPARE(album->PhotoFilePath(1), albumPath + QStringLiteral("/ok.jpg"));
     QCOMPARE(album->PhotoFilePath(8), albumPath + QStringLiteral("/two..dots.jpg"));
@@ -399,17 +391,14 @@ void AlbumTest::deletion()
         WriteAll(AlbumFormat::ThumbnailFolder(albumPath) + u'/' + QLatin1String(name), "thumbnail");
     }
     WriteAll(AlbumFormat::ThumbnailFolder(albumPath) + QStringLiteral("/d.jpg"), "thumbnail"); // its photo is gone
-    album->SetSelected(4, true);
-
     ScriptedPrompter prompter;
     prompter.answer = false;
-    QVERIFY(!album->ActionDelete(prompter));
+    QVERIFY(!album->ActionDelete({4}, AlbumDocument::View::Thumbnails, prompter));
     QCOMPARE(album->RecordCount(), 5);
 
     const QList<int> leftAlone = album->DeleteItems({2, 3, 5, 3}).leftAlone;
     QCOMPARE(leftAlone, QList<int>{5});
     QCOMPARE(Files(*album), (QStringList{"c.jpg", "b.jpg", "../outside.jpg"}));
-    QCOMPARE(SelectedFiles(*album), QStringList{"b.jpg"}); // the selection stays with its record
     QVERIFY(!QFile::exists(albumPath + QStringLiteral("/a.jpg")));
     QCOMPARE(QDir(dataHome + QStringLiteral("/Trash/files")).entryList(QDir::Files), QStringList{"a.jpg"});
     QCOMPARE(QDir(AlbumFormat::ThumbnailFolder(albumPath)).entryList(QDir::Files), QStringList{"b.jpg"});
@@ -536,10 +525,8 @@ void AlbumTest::reimportKeepsWhatTheUserSet()
         QVERIFY(SetRecordValue(*album, 1, EditableKey(QLatin1String(key)), QLatin1String(value)));
     QFile undated(album->PhotoFilePath(2));
     QVERIFY(undated.open(QIODevice::ReadWrite) && undated.setFileTime(QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5)), QFileDevice::FileModificationTime));
-    for (const int index : {1, 2}) {
-        album->SetCurrentIndex(index);
-        QVERIFY(importer.ReimportCurrentFile());
-    }
+    for (const int index : {1, 2})
+        QVERIFY(importer.ReimportFile(index, quiet));
     QStringList kept;
     for (const QString &key : {PhotoRecord::CaptureDate, PhotoRecord::Latitude, PhotoRecord::Longitude, PhotoRecord::Elevation, PhotoRecord::Description})
         kept << album->Record(key, 1);
