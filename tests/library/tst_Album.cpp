@@ -12,6 +12,8 @@
 #include "TestEnvironment.h"
 
 #include <QDir>
+#include <QEventLoop>
+#include <QThread>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -41,6 +43,7 @@ private slots:
     void freeNames();
     void datesAndTimes();
     void parallelRunMatchesOneAtATime();
+    void importOnAWorkerThread();
     void reimportKeepsWhatTheUserSet();
 
 private:
@@ -510,6 +513,53 @@ void AlbumTest::parallelRunMatchesOneAtATime()
                 QCOMPARE(together->Record(key, i), single->Record(key, i));
         }
         QVERIFY(QFileInfo::exists(together->ThumbnailFilePath(i)) || together->Record(PhotoRecord::Width, i) == QLatin1String("0"));
+    }
+}
+
+// The window's way: the import runs on a worker thread and each change to the document is carried
+// to the interface thread, which serves its events meanwhile. The list ends as a one-thread run
+// leaves it, and every change is made on the document's own thread.
+void AlbumTest::importOnAWorkerThread()
+{
+    class InterfaceThreadLink : public NoProgress {
+    public:
+        explicit InterfaceThreadLink(QObject *owner) : owner(owner) {}
+        void Apply(const std::function<void()> &change) override
+        {
+            QMetaObject::invokeMethod(owner, [&change] { change(); }, Qt::BlockingQueuedConnection);
+        }
+
+    private:
+        QObject *owner;
+    };
+    auto threaded = NewAlbum(QStringLiteral("Threaded"));
+    auto single = NewAlbum(QStringLiteral("Single"));
+    OrvAlbumImporter importer;
+    importer.SetDocument(single.get());
+    importer.ImportFiles({Corpus}, quiet);
+
+    int offThread = 0;
+    connect(threaded.get(), &AlbumDocument::RecordsInserted, this, [&] { offThread += QThread::currentThread() != thread(); },
+            Qt::DirectConnection);
+    importer.SetDocument(threaded.get());
+    InterfaceThreadLink link(threaded.get());
+    ImportReport report;
+    std::unique_ptr<QThread> worker(QThread::create([&] { report = importer.ImportFiles({Corpus}, link); }));
+    QEventLoop loop;
+    connect(worker.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    worker->start();
+    loop.exec();
+    worker->wait();
+
+    QCOMPARE(offThread, 0);
+    QVERIFY(threaded->RecordCount() > 100);
+    QCOMPARE(report.imported.size(), threaded->RecordCount());
+    QCOMPARE(Files(*threaded), Files(*single));
+    for (int i = 1; i <= threaded->RecordCount(); ++i) {
+        for (const QString &key : PhotoRecord::AllKeys()) {
+            if (key != PhotoRecord::Archived && key != PhotoRecord::Created)
+                QCOMPARE(threaded->Record(key, i), single->Record(key, i));
+        }
     }
 }
 
