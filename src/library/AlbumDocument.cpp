@@ -259,6 +259,11 @@ qint64 AlbumDocument::GetTotalBytesByDatalist() const
 
 qint64 AlbumDocument::GetTotalBytesByFileSystem() const
 {
+    return TotalPhotoBytesIn(photoFolder);
+}
+
+qint64 AlbumDocument::TotalPhotoBytesIn(const QString &photoFolder)
+{
     const bool allowNonJpeg = PhotoRecord::AllowNonJpeg();
     qint64 total = 0;
     const QFileInfoList files = QDir(photoFolder).entryInfoList(QDir::Files | QDir::Hidden);

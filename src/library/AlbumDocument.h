@@ -107,6 +107,9 @@ public:
 
     qint64 GetTotalBytesByDatalist() const;
     qint64 GetTotalBytesByFileSystem() const;
+    // The same total for a photo files folder, without the document: long work counts it away
+    // from the document's thread.
+    static qint64 TotalPhotoBytesIn(const QString &photoFolder);
 
     // The records whose note, keywords or file name hold the text, in any letter case, for the
     // view to highlight; nothing for an empty text, which changes nothing.

@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QThread>
 
 namespace {
 
@@ -35,6 +36,12 @@ AlbumDocument::OpenResult OpenAlbumDocument(const QString &path, const OpenReque
     if (!opened.document || !opened.load)
         return opened;
     AlbumDocument &document = *opened.document;
+    // The document lives on the thread its changes are applied on, the interface thread when the
+    // opening runs on a worker: it was made here and no one else knows it yet, so it can go there.
+    QThread *owner = nullptr;
+    progress.Apply([&] { owner = QThread::currentThread(); });
+    if (owner != document.thread())
+        document.moveToThread(owner);
 
     const QString drop = QDir::cleanPath(path) + u'/' + AlbumFormat::DropFolderName;
     if (QFileInfo(drop).isDir()) {
@@ -43,15 +50,24 @@ AlbumDocument::OpenResult OpenAlbumDocument(const QString &path, const OpenReque
         opened.imported = importer.ImportFiles({drop}, progress);
     }
     // A fresh list totals 0 bytes: this is how a plain folder gets its photos the first time.
-    if (CheckCalledFor(document, packageCreated, request)
-        && document.GetTotalBytesByDatalist() != document.GetTotalBytesByFileSystem())
+    bool check = false;
+    qint64 listed = 0;
+    QString folder;
+    progress.Apply([&] {
+        check = CheckCalledFor(document, packageCreated, request);
+        listed = document.GetTotalBytesByDatalist();
+        folder = document.PhotoFilesFolder();
+    });
+    if (check && listed != AlbumDocument::TotalPhotoBytesIn(folder))
         opened.imported.Add(ActionCheckModified(document, prompter, progress));
-    if (request.arrangeByTime && document.RecordCount() > 0)
-        document.ArrangePhotos(PhotoRecord::CaptureDate, true, false, nullptr);
-    if (document.IsModified()) {
-        if (const Result saved = document.SaveDocumentToFile(); !saved)
-            opened.imported.warnings << FileProblem{AlbumFormat::StudioPlistPath(path), saved.message};
-    }
+    progress.Apply([&] {
+        if (request.arrangeByTime && document.RecordCount() > 0)
+            document.ArrangePhotos(PhotoRecord::CaptureDate, true, false, nullptr);
+        if (document.IsModified()) {
+            if (const Result saved = document.SaveDocumentToFile(); !saved)
+                opened.imported.warnings << FileProblem{AlbumFormat::StudioPlistPath(path), saved.message};
+        }
+    });
     return opened;
 }
 

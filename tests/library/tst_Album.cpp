@@ -516,9 +516,10 @@ void AlbumTest::parallelRunMatchesOneAtATime()
     }
 }
 
-// The window's way: the import runs on a worker thread and each change to the document is carried
+// The window's way: the work runs on a worker thread and each change to the document is carried
 // to the interface thread, which serves its events meanwhile. The list ends as a one-thread run
-// leaves it, and every change is made on the document's own thread.
+// leaves it, every change is made on the interface thread, and an album opened on the worker
+// (its drop folder imported there) ends living on the interface thread.
 void AlbumTest::importOnAWorkerThread()
 {
     class InterfaceThreadLink : public NoProgress {
@@ -532,33 +533,48 @@ void AlbumTest::importOnAWorkerThread()
     private:
         QObject *owner;
     };
-    auto threaded = NewAlbum(QStringLiteral("Threaded"));
+    const auto onWorker = [](const std::function<void()> &work) {
+        std::unique_ptr<QThread> worker(QThread::create(work));
+        QEventLoop loop;
+        connect(worker.get(), &QThread::finished, &loop, &QEventLoop::quit);
+        worker->start();
+        loop.exec();
+        worker->wait();
+    };
     auto single = NewAlbum(QStringLiteral("Single"));
     OrvAlbumImporter importer;
     importer.SetDocument(single.get());
     importer.ImportFiles({Corpus}, quiet);
+    QVERIFY(single->RecordCount() > 100);
 
+    auto imported = NewAlbum(QStringLiteral("Imported"));
     int offThread = 0;
-    connect(threaded.get(), &AlbumDocument::RecordsInserted, this, [&] { offThread += QThread::currentThread() != thread(); },
+    connect(imported.get(), &AlbumDocument::RecordsInserted, this, [&] { offThread += QThread::currentThread() != thread(); },
             Qt::DirectConnection);
-    importer.SetDocument(threaded.get());
-    InterfaceThreadLink link(threaded.get());
-    ImportReport report;
-    std::unique_ptr<QThread> worker(QThread::create([&] { report = importer.ImportFiles({Corpus}, link); }));
-    QEventLoop loop;
-    connect(worker.get(), &QThread::finished, &loop, &QEventLoop::quit);
-    worker->start();
-    loop.exec();
-    worker->wait();
-
+    importer.SetDocument(imported.get());
+    InterfaceThreadLink link(this);
+    onWorker([&] { importer.ImportFiles({Corpus}, link); });
     QCOMPARE(offThread, 0);
-    QVERIFY(threaded->RecordCount() > 100);
-    QCOMPARE(report.imported.size(), threaded->RecordCount());
-    QCOMPARE(Files(*threaded), Files(*single));
-    for (int i = 1; i <= threaded->RecordCount(); ++i) {
-        for (const QString &key : PhotoRecord::AllKeys()) {
-            if (key != PhotoRecord::Archived && key != PhotoRecord::Created)
-                QCOMPARE(threaded->Record(key, i), single->Record(key, i));
+
+    const QString dropped = environment->Root() + QStringLiteral("/Dropped");
+    for (const QFileInfo &file : QDir(Corpus).entryInfoList(QDir::Files)) {
+        QFile copy(CopyAs(file.absoluteFilePath(), dropped + u'/' + AlbumFormat::DropFolderName + u'/' + file.fileName()));
+        QVERIFY(copy.open(QIODevice::ReadWrite) && copy.setFileTime(file.lastModified(), QFileDevice::FileModificationTime));
+    }
+    AlbumDocument::OpenResult opened;
+    ScriptedPrompter no;
+    no.answer = false;
+    onWorker([&] { opened = OpenAlbumDocument(dropped, {}, no, link); });
+    QVERIFY(opened.document);
+    QCOMPARE(opened.document->thread(), thread());
+
+    for (const AlbumDocument *threaded : {imported.get(), opened.document.get()}) {
+        QCOMPARE(Files(*threaded), Files(*single));
+        for (int i = 1; i <= threaded->RecordCount(); ++i) {
+            for (const QString &key : PhotoRecord::AllKeys()) {
+                if (key != PhotoRecord::Archived && key != PhotoRecord::Created)
+                    QCOMPARE(threaded->Record(key, i), single->Record(key, i));
+            }
         }
     }
 }
