@@ -384,6 +384,7 @@ void AlbumTest::unsafeNamesAreLeftAlone()
                             {"nul"}, {".."}, {"two..dots.jpg"}});
     album->SetRecordValue(6, PhotoRecord::File, QString::fromUtf8("nul\0.jpg", 8));
     QCOMPARE(album->UnsafeRecords(), (QList<int>{2, 3, 4, 5, 6, 7}));
+    QDir().mkpath(AlbumFormat::StudioDataPath(albumPath) + QStringLiteral("/size_full")); // paths follow the layout found at opening
     QCOMPARE(album->PhotoFilePath(1), albumPath + QStringLiteral("/ok.jpg"));
     QCOMPARE(album->PhotoFilePath(8), albumPath + QStringLiteral("/two..dots.jpg"));
     for (int index = 2; index <= 7; ++index) {

@@ -50,7 +50,6 @@ void AlbumModelTest::rowsFollowTheAlbum_data()
     QTest::newRow("arrange by name") << Change([](AlbumDocument &album) { QVERIFY(album.ArrangePhotos(PhotoRecord::File, true, false, nullptr)); }) << QList<int>{};
     QTest::newRow("one note for many") << Change([](AlbumDocument &album) { album.SetNoteForPhotos({2, 3}, QStringLiteral("harbour")); })
                                        << QList<int>{RecordRole, DescriptionRole};
-    QTest::newRow("star") << Change([](AlbumDocument &album) { album.ActionStar({4}, true); }) << QList<int>{RecordRole, StarRole};
 }
 
 void AlbumModelTest::rowsFollowTheAlbum()
