@@ -1,6 +1,7 @@
 #include "ui/album/AlbumWindow.h"
 
 #include "ui/album/AlbumCommands.h"
+#include "ui/album/AlbumModel.h"
 #include "ui/album/AlbumRoles.h"
 #include "ui/album/DetailView.h"
 #include "ui/album/ExtraPanel.h"
@@ -19,7 +20,6 @@
 #include <QLineEdit>
 #include <QSplitter>
 #include <QStackedWidget>
-#include <QStandardItemModel>
 #include <QVBoxLayout>
 
 namespace {
@@ -33,7 +33,7 @@ QString FormText(const char *key, const char *section = "Form")
 
 AlbumWindow::AlbumWindow(std::unique_ptr<AlbumDocument> opened, QWidget *parent)
     : QWidget(parent), document(std::move(opened)), prompter(std::make_unique<MessageBoxPrompter>(this)),
-      commands(std::make_unique<AlbumCommands>(*document, *prompter)), rows(new QStandardItemModel(this)),
+      commands(std::make_unique<AlbumCommands>(*document, *prompter)), rows(new AlbumModel(*document, this)),
       thumbnails(new ThumbnailCache(qint64(64) * 1024 * 1024, this))
 {
     setObjectName(QStringLiteral("frmDocument"));
@@ -43,7 +43,7 @@ AlbumWindow::AlbumWindow(std::unique_ptr<AlbumDocument> opened, QWidget *parent)
     BuildCommands();
     BuildPhotoMenu();
     SetUIByDataList();
-    RefreshRows();
+    RefreshNumberLabel();
     if (rows->rowCount() > 0)
         grid->SetCurrentRecord(1);
     RefreshCaption();
@@ -123,8 +123,13 @@ void AlbumWindow::BuildLayout(bool showFileNames)
     connect(panel, &OrvExtraPanel::ValueEdited, this, [this](int record, const QString &key, const QString &text) {
         if (const Result written = commands->SetRecordValue(record, key, text); !written)
             prompter->Error(GetLocalizedString(key, QStringLiteral("InfoList")), written.message);
-        RefreshRows();
     });
+    // The views follow the model, which follows the document; what sits beside them follows here.
+    connect(rows, &QAbstractItemModel::dataChanged, panel, &OrvExtraPanel::RowsChanged);
+    connect(rows, &QAbstractItemModel::rowsInserted, this, [this] { RefreshNumberLabel(); });
+    connect(rows, &QAbstractItemModel::rowsRemoved, this, [this] { RefreshNumberLabel(); });
+    connect(document.get(), &AlbumDocument::ModifiedChanged, this, &AlbumWindow::RefreshCaption);
+    connect(document.get(), &AlbumDocument::AlbumTextsChanged, this, &AlbumWindow::SetUIByDataList);
 }
 
 QString AlbumWindow::Path() const
@@ -173,11 +178,14 @@ void AlbumWindow::CurrentRowChanged(int row)
 void AlbumWindow::Search()
 {
     panel->Commit();
-    const int found = commands->Search(search->text());
-    if (found < 0)
-        return;
-    RefreshRows();
-    RefreshNumberLabel(AlbumCommands::FoundLabel(found));
+    if (const std::optional<QList<int>> found = commands->Search(search->text()))
+        ShowHighlights(*found);
+}
+
+void AlbumWindow::ShowHighlights(const QList<int> &found)
+{
+    rows->SetHighlighted(found);
+    RefreshNumberLabel(AlbumCommands::FoundLabel(int(found.size())));
 }
 
 void AlbumWindow::SetUIByDataList()
@@ -196,14 +204,6 @@ void AlbumWindow::SetDataListByUI()
         SetUIByDataList();
         prompter->Error(FormText("Identification"), stored.message);
     }
-    RefreshCaption();
-}
-
-void AlbumWindow::RefreshRows()
-{
-    commands->FillRows(*rows);
-    panel->Reload();
-    RefreshNumberLabel();
     RefreshCaption();
 }
 

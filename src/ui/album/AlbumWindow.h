@@ -6,6 +6,7 @@
 
 class AlbumCommands;
 class AlbumDocument;
+class AlbumModel;
 class MessageBoxPrompter;
 class OrvDetailView;
 class OrvExtraPanel;
@@ -14,7 +15,6 @@ class QLabel;
 class QLineEdit;
 class QMenu;
 class QStackedWidget;
-class QStandardItemModel;
 class ThumbnailCache;
 struct CommandTarget;
 
@@ -61,7 +61,7 @@ private:
     void Search();
     void SetUIByDataList();
     void SetDataListByUI();
-    void RefreshRows();
+    void ShowHighlights(const QList<int> &found);
     void RefreshNumberLabel(const QString &found = QString());
     void RefreshCaption();
     QString CurrentPhotoPath() const;
@@ -70,7 +70,7 @@ private:
     std::unique_ptr<MessageBoxPrompter> prompter;
     std::unique_ptr<AlbumCommands> commands;
     std::vector<Command> table;
-    QStandardItemModel *rows;
+    AlbumModel *rows;
     ThumbnailCache *thumbnails;
     OrvThumbnailView *grid = nullptr;
     OrvDetailView *detail = nullptr;

@@ -4,6 +4,7 @@
 #include "ui/album/AlbumWindow.h"
 
 #include "ui/album/AlbumCommands.h"
+#include "ui/album/AlbumModel.h"
 #include "ui/album/AlbumRoles.h"
 #include "ui/album/DesktopShell.h"
 #include "ui/album/DetailView.h"
@@ -13,11 +14,11 @@
 #include "ui/album/ThumbnailView.h"
 
 #include "app/Language.h"
+#include "app/ProgressSink.h"
 
 #include <QDir>
 #include <QMenu>
 #include <QStackedWidget>
-#include <QStandardItemModel>
 
 #include <algorithm>
 
@@ -83,11 +84,7 @@ void AlbumWindow::BuildCommands()
             ShowGrid();
     };
     const auto showExtra = [this] { panel->setVisible(!panel->isVisible()); };
-    const auto highlightNoted = [this] {
-        const int found = commands->HighlightNotedPhotos();
-        RefreshRows();
-        RefreshNumberLabel(AlbumCommands::FoundLabel(found));
-    };
+    const auto highlightNoted = [this] { ShowHighlights(commands->NotedPhotos()); };
 
     const std::vector<Command> own = {
         {QStringLiteral("mnuSelectAll"), false, selectAll},
@@ -147,13 +144,13 @@ void AlbumWindow::RunLibraryCommand(const QString &name)
 {
     const CommandTarget target = Target();
     const int countBefore = rows->rowCount();
-    if (!commands->Run(name, target))
+    NoProgress quiet;
+    if (!commands->Run(name, target, quiet))
         return;
     if (RewritesPictures(name)) {
         thumbnails->Clear();
         detail->ForgetPictures();
     }
-    RefreshRows();
     const int count = rows->rowCount();
     if (count == 0) {
         ShowGrid();
