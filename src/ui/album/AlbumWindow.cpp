@@ -5,9 +5,11 @@
 #include "ui/album/AlbumRoles.h"
 #include "ui/album/DetailView.h"
 #include "ui/album/ExtraPanel.h"
-#include "ui/album/MessageBoxPrompter.h"
+#include "ui/album/FileChooser.h"
 #include "ui/album/ThumbnailCache.h"
 #include "ui/album/ThumbnailView.h"
+#include "ui/common/DialogPrompter.h"
+#include "ui/common/TaskRunner.h"
 
 #include "app/Language.h"
 #include "app/Settings.h"
@@ -32,7 +34,8 @@ QString FormText(const char *key, const char *section = "Form")
 } // namespace
 
 AlbumWindow::AlbumWindow(std::unique_ptr<AlbumDocument> opened, QWidget *parent)
-    : QWidget(parent), document(std::move(opened)), prompter(std::make_unique<MessageBoxPrompter>(this)),
+    : QWidget(parent), document(std::move(opened)), runner(std::make_unique<TaskRunner>(this)),
+      prompter(std::make_unique<DialogPrompter>(this, runner->Calls())), chooser(std::make_unique<FileChooser>()),
       commands(std::make_unique<AlbumCommands>(*document, *prompter)), rows(new AlbumModel(*document, this)),
       thumbnails(new ThumbnailCache(qint64(64) * 1024 * 1024, this))
 {
@@ -47,10 +50,14 @@ AlbumWindow::AlbumWindow(std::unique_ptr<AlbumDocument> opened, QWidget *parent)
     if (rows->rowCount() > 0)
         grid->SetCurrentRecord(1);
     RefreshCaption();
+    connect(runner.get(), &TaskRunner::Finished, this, &AlbumWindow::WorkFinished);
 }
 
 AlbumWindow::~AlbumWindow()
 {
+    // Work still running is stopped while the views and the document are all there: its last
+    // changes and questions are answered on the way.
+    runner.reset();
     // The views go first and quietly: one that loses its rows while going may still report a
     // current photo, or hand on a note typed into the side panel.
     grid->selectionModel()->disconnect(this);
@@ -115,6 +122,10 @@ void AlbumWindow::BuildLayout(bool showFileNames)
     layout->addLayout(fields);
     layout->addWidget(splitter, 1);
 
+    connect(grid, &OrvThumbnailView::FilesDropped, this, [this](const QStringList &paths) {
+        if (!IsWorking())
+            ImportPaths(paths);
+    });
     connect(grid, &OrvThumbnailView::OpenRequested, this, [this](const QModelIndex &index) { ShowDetail(index.row()); });
     connect(grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex &index) { CurrentRowChanged(index.row()); });
@@ -140,13 +151,6 @@ QString AlbumWindow::Path() const
 AlbumDocument &AlbumWindow::Document()
 {
     return *document;
-}
-
-bool AlbumWindow::CloseAlbum()
-{
-    panel->Commit();
-    SetDataListByUI();
-    return !document->IsModified() || document->SaveDocumentToFile().ok;
 }
 
 void AlbumWindow::ShowDetail(int row)
