@@ -30,8 +30,9 @@ OrvThumbnailView::OrvThumbnailView(ThumbnailCache &thumbnails, bool showFileName
     setContextMenuPolicy(Qt::ActionsContextMenu);
     setItemDelegate(delegate);
     // Only files from outside are taken: the cells themselves are never dragged.
-    setAcceptDrops(true);
     setDragDropMode(QAbstractItemView::DropOnly);
+    // Drops are delivered to the viewport, which takes them only when it says so itself.
+    viewport()->setAcceptDrops(true);
 
     // Scrolling settles before queued thumbnails of cells gone by are dropped.
     settle.setSingleShot(true);
