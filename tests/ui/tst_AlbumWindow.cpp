@@ -4,6 +4,7 @@
 #include "ui/album/AlbumWindow.h"
 #include "ui/album/FileChooser.h"
 #include "ui/common/ProgressWindow.h"
+#include "ui/import/CameraImportWindow.h"
 #include "TestEnvironment.h"
 
 #include <QAbstractButton>
@@ -144,7 +145,7 @@ void AlbumWindowTest::cleanup()
 
 void AlbumWindowTest::bindings_data()
 {
-    QTest::addColumn<QString>("drive");    // command, search, note, keys, drop, cancel or close
+    QTest::addColumn<QString>("drive");    // command, search, note, keys, drop, cancel, close or camera
     QTest::addColumn<QString>("argument"); // command name, text typed, or keys pressed
     QTest::addColumn<int>("answer");       // the button pressed on the question, if one comes
     QTest::addColumn<QString>("probe");    // what the window shows afterwards
@@ -162,6 +163,7 @@ void AlbumWindowTest::bindings_data()
     QTest::newRow("files dropped onto the grid") << "drop" << "" << ok << "rows" << "5";
     QTest::newRow("Cancel during an import keeps what came in") << "cancel" << "" << ok << "kept" << "yes";
     QTest::newRow("closing during an import loses nothing") << "close" << "" << ok << "kept" << "yes";
+    QTest::newRow("camera import leaves out what the album holds") << "camera" << "" << ok << "rows" << "4";
     QTest::newRow("star reaches the selected record") << "command" << "mnuStarOn" << ok << "Star" << "1";
     QTest::newRow("a changed album says so in its caption") << "command" << "mnuStarOn" << ok << "caption" << "Trip*";
     QTest::newRow("search shows the count") << "search" << "nikon" << ok << "label" << "1 Items Found";
@@ -207,6 +209,16 @@ void AlbumWindowTest::bindings()
     } else if (drive == QLatin1String("drop")) {
         DropFiles(grid, chosen);
         QTRY_VERIFY_WITH_TIMEOUT(!window.IsWorking(), 60000);
+    } else if (drive == QLatin1String("camera")) {
+        // A card with one photo the album holds and one it does not.
+        const QString card = environment->Root() + QStringLiteral("/Card2");
+        QDir().mkpath(card + QStringLiteral("/DCIM/100CANON"));
+        for (const QString &photo : {Photos[0], QStringLiteral("exif-samples-DSCN0021.jpg")})
+            QFile::copy(Corpus + photo, card + QStringLiteral("/DCIM/100CANON/") + photo);
+        CameraImportWindow camera(card, {&window}, [&window](const QString &) { return &window; });
+        QTRY_VERIFY_WITH_TIMEOUT(!camera.IsListing() && camera.Photos().size() == 2, 20000);
+        camera.findChild<QPushButton *>(QStringLiteral("Import"))->click();
+        QTRY_VERIFY_WITH_TIMEOUT(!window.IsWorking(), 20000);
     } else if (drive == QLatin1String("cancel") || drive == QLatin1String("close")) {
         window.ImportPaths({Corpus});
         // Stopped once the progress window is up and some photos are in.

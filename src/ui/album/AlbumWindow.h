@@ -7,6 +7,7 @@
 class AlbumCommands;
 class AlbumDocument;
 class AlbumModel;
+struct ImportReport;
 class DialogPrompter;
 class FileChooser;
 class ProgressSink;
@@ -43,6 +44,8 @@ public:
 
     // Brings the files and folders into the album as long work; the report follows when not clean.
     void ImportPaths(const QStringList &paths);
+    // Copies the photos of a camera or card into the album and brings them in, as long work.
+    void ImportCardPhotos(const QStringList &photos);
     // The pickers of the import commands.
     void SetFileChooser(std::unique_ptr<FileChooser> chooser);
 
@@ -73,6 +76,7 @@ private:
     void CloseContainer();
     void ImportChosenFiles();
     void ImportChosenFolder();
+    void RunImport(std::function<ImportReport(ProgressSink &)> import);
     CommandTarget Target() const;
     void SelectRows(const std::function<bool(int row)> &wanted);
     void ShowDetail(int row);

@@ -11,6 +11,7 @@
 #include "app/Language.h"
 #include "app/ProgressSink.h"
 #include "library/AlbumDocument.h"
+#include "library/CameraImport.h"
 #include "library/OrvAlbumImporter.h"
 
 #include <QMdiSubWindow>
@@ -118,10 +119,23 @@ void AlbumWindow::ImportPaths(const QStringList &paths)
     // Made here: the importer reads its settings once, on the interface thread.
     auto importer = std::make_shared<OrvAlbumImporter>();
     importer->SetDocument(document.get());
+    RunImport([importer, paths](ProgressSink &progress) { return importer->ImportFiles(paths, progress); });
+}
+
+void AlbumWindow::ImportCardPhotos(const QStringList &photos)
+{
+    if (photos.isEmpty())
+        return;
+    AlbumDocument *album = document.get();
+    RunImport([album, photos](ProgressSink &progress) { return ::ImportCardPhotos(*album, photos, progress); });
+}
+
+void AlbumWindow::RunImport(std::function<ImportReport(ProgressSink &)> import)
+{
     auto report = std::make_shared<ImportReport>();
     StartWork(
         GeneralText("Importing"),
-        [importer, report, paths](ProgressSink &progress) { *report = importer->ImportFiles(paths, progress); },
+        [import = std::move(import), report](ProgressSink &progress) { *report = import(progress); },
         [this, report] {
             // Every photo brought in keeps its record, even when the run was cancelled.
             if (document->IsModified()) {
