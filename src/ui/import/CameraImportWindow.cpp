@@ -64,12 +64,15 @@ CameraImportWindow::CameraImportWindow(const QString &device, const QList<AlbumW
     grid->setObjectName(QStringLiteral("CardPhotos"));
     grid->setViewMode(QListView::IconMode);
     grid->setIconSize({PreviewSize, PreviewSize});
-    grid->setGridSize({PreviewSize + 40, PreviewSize + 40});
+    // Room under the picture for a long name on two lines and the mark of a photo already in the album.
+    grid->setGridSize({PreviewSize + 72, PreviewSize + 64});
+    grid->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     grid->setResizeMode(QListView::Adjust);
     grid->setMovement(QListView::Static);
     grid->setUniformItemSizes(true);
-    grid->setWordWrap(true);
-    grid->setTextElideMode(Qt::ElideMiddle);
+    // Names are shortened here to one line, so that the mark under them always shows.
+    grid->setWordWrap(false);
+    grid->setTextElideMode(Qt::ElideNone);
 
     // A device named on the command line is the only card offered.
     const QStringList found = device.isEmpty() ? CameraVolumes() : QStringList{device};
@@ -196,10 +199,14 @@ void CameraImportWindow::ListCard()
 void CameraImportWindow::ShowPhotos()
 {
     grid->clear();
-    const QIcon placeholder = QIcon::fromTheme(QStringLiteral("image-x-generic"), style()->standardIcon(QStyle::SP_FileIcon));
+    // No taller than a landscape preview, so the name and the mark under it keep their room.
+    const QIcon placeholder(QIcon::fromTheme(QStringLiteral("image-x-generic"), style()->standardIcon(QStyle::SP_FileIcon))
+                                .pixmap(PreviewSize * 3 / 4));
     QStringList paths;
     for (const CardPhoto &photo : photos) {
-        auto *item = new QListWidgetItem(placeholder, QFileInfo(photo.path).fileName(), grid);
+        const QString name = grid->fontMetrics().elidedText(QFileInfo(photo.path).fileName(), Qt::ElideMiddle,
+                                                            grid->gridSize().width() - 32);
+        auto *item = new QListWidgetItem(placeholder, name, grid);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         item->setCheckState(photo.inAlbum ? Qt::Unchecked : Qt::Checked);
         item->setToolTip(QDir::toNativeSeparators(photo.path));
@@ -210,6 +217,7 @@ void CameraImportWindow::ShowPhotos()
         }
         paths << photo.path;
     }
+    grid->scrollToTop();
     status->setText(FormText("LabelNumber") + u' ' + QString::number(photos.size()));
     previews->Request(paths, PreviewSize);
 }
