@@ -1,6 +1,7 @@
 #include "ui/import/CameraImportWindow.h"
 
 #include "ui/album/AlbumWindow.h"
+#include "ui/album/FileChooser.h"
 #include "ui/common/TaskRunner.h"
 #include "ui/import/CardPreviews.h"
 
@@ -13,7 +14,6 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QInputDialog>
@@ -53,7 +53,7 @@ void ShowCameraImport(QWidget *parent, const QString &device, const QList<AlbumW
 
 CameraImportWindow::CameraImportWindow(const QString &device, const QList<AlbumWindow *> &openAlbums,
                                        OpenAlbumWindow opener, QWidget *parent)
-    : QDialog(parent), openAlbum(std::move(opener)), runner(std::make_unique<TaskRunner>(this)),
+    : QDialog(parent), openAlbum(std::move(opener)), runner(std::make_unique<TaskRunner>(this)), chooser(std::make_unique<FileChooser>()),
       previews(new CardPreviews(this)), cards(new QComboBox(this)), targets(new QComboBox(this)),
       grid(new QListWidget(this)), status(new QLabel(this))
 {
@@ -145,10 +145,10 @@ void CameraImportWindow::TargetChosen(int index)
     const QVariant data = targets->itemData(index);
     AlbumWindow *chosen = nullptr;
     if (data == QVariant(OtherAlbum)) {
-        const QString folder = QFileDialog::getExistingDirectory(this, FormText("CameraOtherAlbum"), QDir::homePath());
+        const QString folder = chooser->ChooseFolder(this, FormText("CameraOtherAlbum"));
         chosen = folder.isEmpty() ? nullptr : openAlbum(folder);
     } else if (data == QVariant(NewAlbum)) {
-        const QString parentFolder = QFileDialog::getExistingDirectory(this, FormText("NewAlbum"), QDir::homePath());
+        const QString parentFolder = chooser->ChooseFolder(this, FormText("NewAlbum"));
         const QString name = parentFolder.isEmpty() ? QString()
                                                     : QInputDialog::getText(this, FormText("NewAlbum"), Text("NameNewAlbum", "OrvDocument"));
         if (!name.trimmed().isEmpty()) {

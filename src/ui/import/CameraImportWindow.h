@@ -10,6 +10,7 @@
 
 class AlbumWindow;
 class CardPreviews;
+class FileChooser;
 class QComboBox;
 class QLabel;
 class QListWidget;
@@ -49,6 +50,7 @@ private:
 
     OpenAlbumWindow openAlbum;
     std::unique_ptr<TaskRunner> runner;
+    std::unique_ptr<FileChooser> chooser;
     CardPreviews *previews;
     QComboBox *cards;
     QComboBox *targets;
