@@ -54,7 +54,7 @@ int Info(const Arguments &args, AlbumDocument &album)
         {QStringLiteral("title"), list.GetDocumentProperty(QStringLiteral("Title"))},
         {QStringLiteral("identification"), list.GetDocumentProperty(QStringLiteral("Identification"))},
         {QStringLiteral("description"), list.GetDocumentProperty(QStringLiteral("Description"))},
-        {QStringLiteral("package"), IsAlbum(album.Path()) && GetPhotoFilesPath(album.Path()) != album.Path()},
+        {QStringLiteral("package"), IsAlbum(album.Path()) && album.IsPackage()},
         {QStringLiteral("photos"), album.RecordCount()},
         {QStringLiteral("bytesByList"), album.GetTotalBytesByDatalist()},
         {QStringLiteral("bytesOnDisk"), album.GetTotalBytesByFileSystem()},
@@ -106,8 +106,7 @@ int FindDate(const Arguments &args, AlbumDocument &album)
     const std::optional<QDateTime> date = text.size() == 10 || hour ? ReadWallClock(text) : std::nullopt;
     if (args.positional.size() != 2 || !date)
         return args.UsageError(QStringLiteral("album find-date takes ALBUM and a date yyyy-mm-dd or \"yyyy-mm-dd hh\""));
-    album.FindItemsWithDate(*date, hour ? QStringLiteral("yyyy-mm-dd hh") : QStringLiteral("yyyy-mm-dd"));
-    for (const int index : album.SelectedIndices())
+    for (const int index : album.FindItemsWithDate(*date, hour ? QStringLiteral("yyyy-mm-dd hh") : QStringLiteral("yyyy-mm-dd")))
         PrintOut(album.Record(PhotoRecord::File, index));
     return ExitDone;
 }
@@ -131,9 +130,7 @@ int Star(const Arguments &args, AlbumDocument &album)
     const auto records = RecordsNamed(album, args.positional.mid(1));
     if (!records)
         return ExitFailed;
-    for (const int index : *records)
-        album.SetSelected(index, true);
-    album.ActionStar(!args.Has("--off"));
+    album.ActionStar(*records, !args.Has("--off"));
     return SaveAndFinish(album);
 }
 

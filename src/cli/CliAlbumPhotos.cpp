@@ -64,13 +64,7 @@ int AlbumSearch(const CliArguments &args, AlbumDocument &album)
 {
     if (const int bad = Needs(args, 2, QStringLiteral("album search takes ALBUM and TEXT")))
         return bad;
-    album.ActionSearch(args.positional[1]);
-    QList<int> found;
-    for (int i = 1; i <= album.RecordCount(); ++i) {
-        if (album.IsHighlighted(i))
-            found << i;
-    }
-    return PrintFiles(album, found);
+    return PrintFiles(album, album.ActionSearch(args.positional[1]).value_or(QList<int>()));
 }
 
 int AlbumSetNote(const CliArguments &args, AlbumDocument &album)
@@ -132,10 +126,9 @@ int AlbumKeywordsCopy(const CliArguments &args, AlbumDocument &album)
     const auto records = RecordsNamed(album, {args.positional[1]});
     if (!records)
         return ExitFailed;
-    album.SetCurrentIndex(records->front());
     EnsureUserData();
     QString error;
-    return WriteKeywordsExchange(album.ActionKeywordsCopy(), &error) ? ExitDone : Fail(error);
+    return WriteKeywordsExchange(album.ActionKeywordsCopy(records->front()), &error) ? ExitDone : Fail(error);
 }
 
 int AlbumKeywordsPaste(const CliArguments &args, AlbumDocument &album)
@@ -148,8 +141,6 @@ int AlbumKeywordsPaste(const CliArguments &args, AlbumDocument &album)
     const std::optional<QString> keywords = ReadKeywordsExchange();
     if (!keywords)
         return Fail(QStringLiteral("no keywords were copied"));
-    for (const int index : *records)
-        album.SetSelected(index, true);
-    album.ActionKeywordsPaste(*keywords);
+    album.ActionKeywordsPaste(*records, *keywords);
     return SaveAndFinish(album);
 }

@@ -35,7 +35,7 @@ QString AlbumDataFolder(const AlbumDocument &album)
 QString DisplayImageFolder(const AlbumDocument &album)
 {
     const QString standard = AlbumDataFolder(album) + QStringLiteral("/size_2");
-    return FolderExists(standard) ? standard : GetPhotoFilesPath(album.Path());
+    return FolderExists(standard) ? standard : album.PhotoFilesFolder();
 }
 
 Result WriteFile(const QString &path, const QByteArray &bytes)

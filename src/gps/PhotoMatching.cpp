@@ -54,11 +54,7 @@ std::optional<LocalPeriod> TrackPeriod(const Track &track, qint64 offset)
 
 void SetPosition(AlbumDocument &album, int photo, const QString &lat, const QString &lon, const QString &ele)
 {
-    DataList &list = album.List();
-    list.SetItemProperty(PhotoRecord::Longitude, lon, photo);
-    list.SetItemProperty(PhotoRecord::Latitude, lat, photo);
-    list.SetItemProperty(PhotoRecord::Elevation, ele, photo);
-    album.DocumentWasModified();
+    album.SetRecordValues(photo, RecordValues{{PhotoRecord::Longitude, lon}, {PhotoRecord::Latitude, lat}, {PhotoRecord::Elevation, ele}});
 }
 
 void Report(Prompter &prompter, const MatchReport &report)
@@ -115,6 +111,8 @@ MatchReport MatchPhotosWithTracks(AlbumDocument &album, MatchScope scope, const 
         return report;
     }
     report.ran = true;
+    NoProgress quiet;
+    ProgressSink &link = progress ? *progress : quiet;
     if (progress)
         progress->Begin(Text("Matching", QStringLiteral("General")), static_cast<int>(photos.size()));
 
@@ -122,8 +120,13 @@ MatchReport MatchPhotosWithTracks(AlbumDocument &album, MatchScope scope, const 
     std::vector<std::optional<qint64>> times;
     std::optional<qint64> earliest;
     std::optional<qint64> latest;
-    for (const int photo : photos) {
-        times.push_back(TimeText::Seconds(album.Record(PhotoRecord::CaptureDate, photo)));
+    QStringList captured;
+    link.Apply([&] {
+        for (const int photo : photos)
+            captured << album.Record(PhotoRecord::CaptureDate, photo);
+    });
+    for (const QString &taken : captured) {
+        times.push_back(TimeText::Seconds(taken));
         if (const std::optional<qint64> t = times.back()) {
             earliest = earliest ? std::min(*earliest, *t) : *t;
             latest = latest ? std::max(*latest, *t) : *t;
@@ -169,8 +172,10 @@ MatchReport MatchPhotosWithTracks(AlbumDocument &album, MatchScope scope, const 
         if (!state.found)
             continue;
         const TrackPoints &points = *candidates[static_cast<std::size_t>(state.track)].points;
-        SetPosition(album, photos[n], points.String(state.point, TrackPoints::Lat), points.String(state.point, TrackPoints::Lon),
-                    points.String(state.point, TrackPoints::Ele));
+        link.Apply([&] {
+            SetPosition(album, photos[n], points.String(state.point, TrackPoints::Lat), points.String(state.point, TrackPoints::Lon),
+                        points.String(state.point, TrackPoints::Ele));
+        });
         ++report.located;
     }
     if (progress)

@@ -43,7 +43,8 @@ struct MatchReport {
 // CaptureDate lies inside the window gets the position of the track point nearest in time, within
 // 300 seconds, by the rule TrackTimeIndex describes; there is no interpolation, and a photo with
 // no point in reach keeps the position it had. The report goes to the prompter, and [GPS]
-// LocatedPhotos counts every photo located, run after run.
+// LocatedPhotos counts every photo located, run after run. With a progress link the album is read
+// and changed only inside its Apply, so the match may run on a worker thread.
 MatchReport MatchPhotosWithTracks(AlbumDocument &album, MatchScope scope, const QList<int> &photos, const GpsStore &store,
                                   const MatchWindow &window, Prompter &prompter, ProgressSink *progress);
 

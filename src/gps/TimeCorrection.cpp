@@ -36,8 +36,7 @@ int ShiftCaptureDates(AlbumDocument &album, const QList<int> &photos, qint64 sec
         const QString after = taken ? TimeText::Format(*taken + seconds) : before;
         if (after == before)
             continue;
-        album.List().SetItemProperty(PhotoRecord::CaptureDate, after, photo);
-        album.DocumentWasModified();
+        album.SetRecordValue(photo, PhotoRecord::CaptureDate, after);
         ++changed;
     }
     return changed;

@@ -8,17 +8,7 @@
 #include <QCollator>
 #include <QDir>
 #include <QFileInfo>
-
-namespace {
-
-const QString OrvDocument = QStringLiteral("OrvDocument");
-
-std::size_t Slot(int index)
-{
-    return static_cast<std::size_t>(index - 1);
-}
-
-} // namespace
+#include <numeric>
 
 AlbumDocument::AlbumDocument(const QString &folder)
     : path(QDir::cleanPath(folder))
@@ -33,10 +23,14 @@ AlbumDocument::OpenResult AlbumDocument::Open(const QString &path)
         return result;
     result.document.reset(new AlbumDocument(path));
     AlbumDocument &document = *result.document;
+    // The layout is looked up once, after the opening rules made what they make: nothing that
+    // asks for a path later (a grid painting, a search) touches the disk for it.
+    document.photoFolder = GetPhotoFilesPath(path);
+    document.package = document.photoFolder != document.path;
+    document.thumbnailFolder = AlbumFormat::ThumbnailFolder(path);
     result.load = document.list.Load(AlbumFormat::StudioPlistPath(path));
     // A list that cannot be read must not be replaced by the empty one shown in its place.
     document.noSave = !result.load;
-    document.ResetViewFlags();
     return result;
 }
 
@@ -65,15 +59,13 @@ QStringList AlbumDocument::RecordFiles() const
 QString AlbumDocument::PhotoFilePath(int index) const
 {
     const QString file = Record(PhotoRecord::File, index);
-    return PhotoRecord::IsBareFileName(file) ? GetPhotoFilesPath(path) + u'/' + file : QString();
+    return PhotoRecord::IsBareFileName(file) ? photoFolder + u'/' + file : QString();
 }
 
 QString AlbumDocument::ThumbnailFilePath(int index) const
 {
     const QString file = Record(PhotoRecord::File, index);
-    return PhotoRecord::IsBareFileName(file)
-        ? AlbumFormat::ThumbnailFolder(path) + u'/' + PhotoRecord::ThumbnailName(file)
-        : QString();
+    return PhotoRecord::IsBareFileName(file) ? thumbnailFolder + u'/' + PhotoRecord::ThumbnailName(file) : QString();
 }
 
 QList<int> AlbumDocument::UnsafeRecords() const
@@ -86,9 +78,17 @@ QList<int> AlbumDocument::UnsafeRecords() const
     return unsafe;
 }
 
+void AlbumDocument::SetModified(bool on)
+{
+    if (modified == on)
+        return;
+    modified = on;
+    emit ModifiedChanged(on);
+}
+
 void AlbumDocument::DocumentWasModified()
 {
-    modified = true;
+    SetModified(true);
 }
 
 Result AlbumDocument::SaveDocumentToFile()
@@ -103,7 +103,7 @@ Result AlbumDocument::SaveDocumentToFile()
         if (!list.Save(AlbumFormat::StudioPlistPath(path), &error))
             result = Result::Failure(error);
     }
-    modified = false;
+    SetModified(false);
     return result;
 }
 
@@ -115,61 +115,18 @@ Result AlbumDocument::SetAlbumTexts(const AlbumTexts &texts)
     }
     const std::pair<const char *, const std::optional<QString> &> fields[] = {
         {"Title", texts.title}, {"Identification", texts.identification}, {"Description", texts.description}};
+    bool changed = false;
     for (const auto &[key, value] : fields) {
         if (value && list.GetDocumentProperty(QLatin1String(key)) != *value) {
             list.SetDocumentProperty(QLatin1String(key), *value);
-            DocumentWasModified();
+            changed = true;
         }
     }
+    if (changed) {
+        DocumentWasModified();
+        emit AlbumTextsChanged();
+    }
     return Result::Success();
-}
-
-void AlbumDocument::ResetViewFlags()
-{
-    selected.assign(static_cast<std::size_t>(RecordCount()), false);
-    highlighted.assign(static_cast<std::size_t>(RecordCount()), false);
-    current = RecordCount() > 0 ? 1 : 0;
-}
-
-void AlbumDocument::SetCurrentIndex(int index)
-{
-    if (index >= 1 && index <= RecordCount())
-        current = index;
-}
-
-bool AlbumDocument::IsSelected(int index) const
-{
-    return index >= 1 && index <= RecordCount() && selected[Slot(index)];
-}
-
-void AlbumDocument::SetSelected(int index, bool on)
-{
-    if (index >= 1 && index <= RecordCount())
-        selected[Slot(index)] = on;
-}
-
-QList<int> AlbumDocument::SelectedIndices() const
-{
-    QList<int> indices;
-    for (int i = 1; i <= RecordCount(); ++i) {
-        if (selected[Slot(i)])
-            indices << i;
-    }
-    return indices;
-}
-
-bool AlbumDocument::IsHighlighted(int index) const
-{
-    return index >= 1 && index <= RecordCount() && highlighted[Slot(index)];
-}
-
-void AlbumDocument::SetHighlightItems(const QList<int> &indices)
-{
-    highlighted.assign(static_cast<std::size_t>(RecordCount()), false);
-    for (const int index : indices) {
-        if (index >= 1 && index <= RecordCount())
-            highlighted[Slot(index)] = true;
-    }
 }
 
 bool AlbumDocument::ArrangePhotos(const QString &key, bool ascending, bool confirm, Prompter *prompter)
@@ -181,19 +138,29 @@ bool AlbumDocument::ArrangePhotos(const QString &key, bool ascending, bool confi
         if (!prompter->AskYesNo(title, text))
             return false;
     }
+    std::function<bool(const QString &, const QString &)> less = [](const QString &a, const QString &b) { return a < b; };
     if (key == PhotoRecord::File) {
         // File names in the order of a file manager: numbers by their value ("IMG_2" before
         // "IMG_10"), letters without regard to case, in the user's language; ties keep their order.
         // The C locale has no such order: English stands in for it.
-        QCollator collator(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale());
-        collator.setNumericMode(true);
-        collator.setCaseSensitivity(Qt::CaseInsensitive);
-        list.SortItems(key, ascending ? 1 : 0, [&](const QString &a, const QString &b) { return collator.compare(a, b) < 0; });
-    } else {
-        list.SortItems(key, ascending ? 1 : 0);
+        auto collator = std::make_shared<QCollator>(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale());
+        collator->setNumericMode(true);
+        collator->setCaseSensitivity(Qt::CaseInsensitive);
+        less = [collator](const QString &a, const QString &b) { return collator->compare(a, b) < 0; };
     }
-    ResetViewFlags();
+    // The list sorts stably by the same texts and order, so this is the order it ends in: the
+    // views learn where each record went without reading the list again.
+    QStringList texts;
+    for (int i = 1; i <= RecordCount(); ++i)
+        texts << Record(key, i);
+    QList<int> oldIndexOfNew(RecordCount());
+    std::iota(oldIndexOfNew.begin(), oldIndexOfNew.end(), 1);
+    std::stable_sort(oldIndexOfNew.begin(), oldIndexOfNew.end(), [&](int a, int b) {
+        return ascending ? less(texts[a - 1], texts[b - 1]) : less(texts[b - 1], texts[a - 1]);
+    });
+    list.SortItems(key, ascending ? 1 : 0, less);
     DocumentWasModified();
+    emit RecordsReordered(oldIndexOfNew);
     return true;
 }
 
@@ -217,7 +184,7 @@ bool AlbumDocument::ActionArrangeByFileDesc(Prompter &prompter)
     return ArrangePhotos(PhotoRecord::File, false, true, &prompter);
 }
 
-int AlbumDocument::FindItemsWithDate(const QDateTime &date, const QString &format)
+QList<int> AlbumDocument::FindItemsWithDate(const QDateTime &date, const QString &format) const
 {
     QString pattern;
     if (format == QLatin1String("yyyy-mm-dd hh"))
@@ -225,49 +192,61 @@ int AlbumDocument::FindItemsWithDate(const QDateTime &date, const QString &forma
     else if (format == QLatin1String("yyyy-mm-dd"))
         pattern = date.date().toString(QStringLiteral("yyyy-MM-dd"));
     else
-        return 0;
-    int found = 0;
-    int first = 0;
-    for (int i = RecordCount(); i >= 1; --i) {
-        const bool match = Record(PhotoRecord::CaptureDate, i).left(pattern.size()) == pattern;
-        selected[Slot(i)] = match;
-        if (match) {
-            ++found;
-            first = i;
-        }
+        return {};
+    QList<int> found;
+    for (int i = 1; i <= RecordCount(); ++i) {
+        if (Record(PhotoRecord::CaptureDate, i).left(pattern.size()) == pattern)
+            found << i;
     }
-    if (found > 0)
-        current = first;
     return found;
 }
 
-void AlbumDocument::ActionStar(bool on)
+void AlbumDocument::ActionStar(const QList<int> &indices, bool on)
 {
-    const QString value = on ? QStringLiteral("1") : QStringLiteral("0");
-    for (const int index : TargetIndices())
-        list.SetItemProperty(PhotoRecord::Star, value, index);
-    DocumentWasModified();
+    SetValueOfRecords(indices, PhotoRecord::Star, on ? QStringLiteral("1") : QStringLiteral("0"));
 }
 
-void AlbumDocument::ActionSelectHighlightPhotos()
+QList<int> AlbumDocument::ActionSelectHighlightPhotos(const QList<int> &highlighted) const
 {
-    selected = highlighted;
+    QList<int> selected;
+    for (const int index : highlighted) {
+        if (Valid(index) && !selected.contains(index))
+            selected << index;
+    }
+    std::sort(selected.begin(), selected.end());
+    return selected;
 }
 
-void AlbumDocument::ActionSelectStarPhotos()
+QList<int> AlbumDocument::ActionSelectStarPhotos() const
 {
-    for (int i = 1; i <= RecordCount(); ++i)
-        selected[Slot(i)] = Record(PhotoRecord::Star, i) == QLatin1String("1");
+    QList<int> starred;
+    for (int i = 1; i <= RecordCount(); ++i) {
+        if (Record(PhotoRecord::Star, i) == QLatin1String("1"))
+            starred << i;
+    }
+    return starred;
 }
 
-void AlbumDocument::ActionSelectAllPhotos()
+QList<int> AlbumDocument::ActionSelectAllPhotos() const
 {
-    selected.assign(static_cast<std::size_t>(RecordCount()), true);
+    QList<int> all(RecordCount());
+    std::iota(all.begin(), all.end(), 1);
+    return all;
 }
 
-void AlbumDocument::ActionInverseSelection()
+QList<int> AlbumDocument::ActionInverseSelection(const QList<int> &selected) const
 {
-    selected.flip();
+    std::vector<bool> was(static_cast<std::size_t>(RecordCount()) + 1, false);
+    for (const int index : selected) {
+        if (Valid(index))
+            was[static_cast<std::size_t>(index)] = true;
+    }
+    QList<int> inverse;
+    for (int i = 1; i <= RecordCount(); ++i) {
+        if (!was[static_cast<std::size_t>(i)])
+            inverse << i;
+    }
+    return inverse;
 }
 
 qint64 AlbumDocument::GetTotalBytesByDatalist() const
@@ -280,9 +259,14 @@ qint64 AlbumDocument::GetTotalBytesByDatalist() const
 
 qint64 AlbumDocument::GetTotalBytesByFileSystem() const
 {
+    return TotalPhotoBytesIn(photoFolder);
+}
+
+qint64 AlbumDocument::TotalPhotoBytesIn(const QString &photoFolder)
+{
     const bool allowNonJpeg = PhotoRecord::AllowNonJpeg();
     qint64 total = 0;
-    const QFileInfoList files = QDir(GetPhotoFilesPath(path)).entryInfoList(QDir::Files | QDir::Hidden);
+    const QFileInfoList files = QDir(photoFolder).entryInfoList(QDir::Files | QDir::Hidden);
     for (const QFileInfo &file : files) {
         if (PhotoRecord::IsPhotoFile(file.fileName(), allowNonJpeg))
             total += file.size();

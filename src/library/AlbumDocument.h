@@ -7,17 +7,27 @@
 
 #include <QDateTime>
 #include <QList>
+#include <QMap>
+#include <QObject>
+#include <QStringList>
 #include <memory>
 #include <optional>
-#include <vector>
+#include <utility>
 
 class Prompter;
 
-// One open album: its list of photo records, the current record, the per-record selection and
-// highlight flags of its views, and whether it has unsaved changes. The windows show it; every
-// operation on it is here.
-class AlbumDocument {
+// Values for one record, in the order they are written.
+using RecordValues = QList<std::pair<QString, QString>>;
+
+// One open album: its list of photo records and whether it has unsaved changes. Every change to
+// the records goes through the methods here, and each is announced by a signal once it is done,
+// so that any number of views follow the list without rereading it. Selection, the current photo
+// and highlights belong to each view: the operations take the photos they work on as indices
+// (from 1, as in the list), and the finders return indices for the view to hold.
+class AlbumDocument : public QObject {
+    Q_OBJECT
 public:
+    // Which view a command came from: it chooses the texts of some confirmations.
     enum class View { Thumbnails, Detail };
 
     struct OpenResult {
@@ -26,11 +36,10 @@ public:
         DataList::LoadResult load;               // a failed load opens in the no-save state
         ImportReport imported;                   // what opening imported from the drop folder, or found outside
     };
-    // Applies the opening rules, then loads the list.
+    // Applies the opening rules, resolves the folder layout, then loads the list.
     static OpenResult Open(const QString &path);
 
     const QString &Path() const { return path; }
-    DataList &List() { return list; }
     const DataList &List() const { return list; }
     int RecordCount() const { return list.ItemCount(); }
     QString Record(const QString &key, int index) const { return list.GetItemProperty(key, index); }
@@ -40,7 +49,13 @@ public:
     // Every record's "File", in album order.
     QStringList RecordFiles() const;
 
-    // The photo's path, or "" when its record names no bare file and must be left alone.
+    // The folder layout, resolved once when the album opens: a package keeps its photos in
+    // "studio.data/size_full", a folder album in the folder itself.
+    bool IsPackage() const { return package; }
+    const QString &PhotoFilesFolder() const { return photoFolder; }
+    const QString &ThumbnailsFolder() const { return thumbnailFolder; }
+    // The photo's path, or "" when its record names no bare file and must be left alone. No disk
+    // access: the paths come from the resolved layout.
     QString PhotoFilePath(int index) const;
     QString ThumbnailFilePath(int index) const;
     QList<int> UnsafeRecords() const;
@@ -60,50 +75,56 @@ public:
     // folder name (not empty, no "/" or "\\", not "." or "..").
     Result SetAlbumTexts(const AlbumTexts &texts);
 
-    View CurrentView() const { return view; }
-    void SetView(View shown) { view = shown; }
-    int CurrentIndex() const { return current; }
-    void SetCurrentIndex(int index);
-    bool IsSelected(int index) const;
-    void SetSelected(int index, bool selected);
-    QList<int> SelectedIndices() const;
-    bool IsHighlighted(int index) const;
-    void SetHighlightItems(const QList<int> &indices);
+    // Changes to records. Each marks the document modified when something changed.
+    // A new record holding the values, appended at the end; returns its index.
+    int AppendRecord(const RecordValues &values = {});
+    void RemoveRecord(int index);
+    // Removes the records, each once, whatever the order given.
+    void RemoveRecords(QList<int> indices);
+    void SetRecordValue(int index, const QString &key, const QString &value);
+    void SetRecordValues(int index, const RecordValues &values);
+    void SetRecordValues(int index, const QMap<QString, QString> &values);
+    // One value for many records, announced at once.
+    void SetValueOfRecords(const QList<int> &indices, const QString &key, const QString &value);
+    // The record holds only the values given, in their order.
+    void ReplaceRecord(int index, const RecordValues &values);
 
     bool ArrangePhotos(const QString &key, bool ascending, bool confirm, Prompter *prompter);
     bool ActionArrangeByTime(Prompter &prompter);
     bool ActionArrangeByTimeDesc(Prompter &prompter);
     bool ActionArrangeByFile(Prompter &prompter);
     bool ActionArrangeByFileDesc(Prompter &prompter);
-    // format "yyyy-mm-dd" (a day) or "yyyy-mm-dd hh" (an hour); returns the number selected. The
-    // date is a wall-clock value (ReadWallClock): only its fields count, never a zone.
-    int FindItemsWithDate(const QDateTime &date, const QString &format);
-    void ActionStar(bool on);
-    void ActionSelectHighlightPhotos();
-    void ActionSelectStarPhotos();
-    void ActionSelectAllPhotos();
-    void ActionInverseSelection();
+    // format "yyyy-mm-dd" (a day) or "yyyy-mm-dd hh" (an hour); returns the records captured then,
+    // for the view to select (the first becomes its current photo). The date is a wall-clock
+    // value (ReadWallClock): only its fields count, never a zone.
+    QList<int> FindItemsWithDate(const QDateTime &date, const QString &format) const;
+    void ActionStar(const QList<int> &indices, bool on);
+    // Selections for a view to hold.
+    QList<int> ActionSelectHighlightPhotos(const QList<int> &highlighted) const;
+    QList<int> ActionSelectStarPhotos() const;
+    QList<int> ActionSelectAllPhotos() const;
+    QList<int> ActionInverseSelection(const QList<int> &selected) const;
 
     qint64 GetTotalBytesByDatalist() const;
     qint64 GetTotalBytesByFileSystem() const;
+    // The same total for a photo files folder, without the document: long work counts it away
+    // from the document's thread.
+    static qint64 TotalPhotoBytesIn(const QString &photoFolder);
 
-    // Records come and go through these, so the view flags stay with their records.
-    int AppendRecord();
-    void RemoveRecord(int index);
-
-    // Highlights the records whose note, keywords or file name hold the text, in any letter
-    // case; returns how many, or -1 for an empty text, which changes nothing.
-    int ActionSearch(const QString &text);
-    int ActionHighlightNotedPhotos();
+    // The records whose note, keywords or file name hold the text, in any letter case, for the
+    // view to highlight; nothing for an empty text, which changes nothing.
+    std::optional<QList<int>> ActionSearch(const QString &text) const;
+    QList<int> ActionHighlightNotedPhotos() const;
     // "0 Item Found", "3 Items Found".
     static QString FoundLabel(int count);
 
     void SetNoteForPhotos(const QList<int> &indices, const QString &note);
-    bool ActionSetNoteForSelectedPhotos(Prompter &prompter);
-    // The current photo's keywords, for pasting onto others.
-    QString ActionKeywordsCopy() const;
-    // Adds the keywords to each selected photo's own (the current one in the detail view).
-    void ActionKeywordsPaste(const QString &keywords);
+    // Asks for the note, prefilled with the first photo's.
+    bool ActionSetNoteForSelectedPhotos(const QList<int> &indices, Prompter &prompter);
+    // One photo's keywords, for pasting onto others.
+    QString ActionKeywordsCopy(int index) const;
+    // Adds the keywords to each photo's own.
+    void ActionKeywordsPaste(const QList<int> &indices, const QString &keywords);
 
     struct DeleteReport {
         QList<int> leftAlone;         // records naming no bare file, untouched
@@ -112,20 +133,29 @@ public:
     // Sends each photo file to the trash and removes its record and thumbnail; a file already
     // gone is simply not sent. A photo that cannot go to the trash keeps its record.
     DeleteReport DeleteItems(QList<int> indices);
-    bool ActionDelete(Prompter &prompter);
-    // The photos the selection (or, in the detail view, the current photo) stands for.
-    QList<int> TargetIndices() const;
+    // Asks first, with the text of the view the photos were chosen in.
+    bool ActionDelete(const QList<int> &indices, View shownIn, Prompter &prompter);
+
+signals:
+    void RecordsInserted(int first, int count);
+    // A removal of scattered records is announced one contiguous run at a time, highest first.
+    void RecordsRemoved(int first, int count);
+    void RecordsChanged(const QList<int> &indices, const QStringList &keys);
+    // New position i (from 1) holds the record that was at oldIndexOfNew[i - 1].
+    void RecordsReordered(const QList<int> &oldIndexOfNew);
+    void ModifiedChanged(bool modified);
+    void AlbumTextsChanged();
 
 private:
     explicit AlbumDocument(const QString &folder);
-    void ResetViewFlags();
+    void SetModified(bool on);
+    bool Valid(int index) const { return index >= 1 && index <= RecordCount(); }
 
     QString path;
+    bool package = false;
+    QString photoFolder;
+    QString thumbnailFolder;
     DataList list;
     bool modified = false;
     bool noSave = false;
-    View view = View::Thumbnails;
-    int current = 0;
-    std::vector<bool> selected;    // by record, from index 1
-    std::vector<bool> highlighted;
 };

@@ -20,40 +20,10 @@ QString Localized(const char *key, const char *section)
 
 } // namespace
 
-int AlbumDocument::AppendRecord()
-{
-    list.AddItem(RecordCount() + 1);
-    selected.push_back(false);
-    highlighted.push_back(false);
-    if (current == 0)
-        current = 1;
-    return RecordCount();
-}
-
-void AlbumDocument::RemoveRecord(int index)
-{
-    if (index < 1 || index > RecordCount())
-        return;
-    list.RemoveItem(index);
-    selected.erase(selected.begin() + (index - 1));
-    highlighted.erase(highlighted.begin() + (index - 1));
-    if (current > RecordCount() || current > index)
-        --current;
-    if (current == 0 && RecordCount() > 0)
-        current = 1;
-}
-
-QList<int> AlbumDocument::TargetIndices() const
-{
-    if (view == View::Detail)
-        return current >= 1 ? QList<int>{current} : QList<int>{};
-    return SelectedIndices();
-}
-
-int AlbumDocument::ActionSearch(const QString &text)
+std::optional<QList<int>> AlbumDocument::ActionSearch(const QString &text) const
 {
     if (text.isEmpty())
-        return -1;
+        return std::nullopt;
     QList<int> found;
     for (int i = 1; i <= RecordCount(); ++i) {
         for (const QString &key : {PhotoRecord::Description, PhotoRecord::Keywords, PhotoRecord::File}) {
@@ -63,19 +33,17 @@ int AlbumDocument::ActionSearch(const QString &text)
             }
         }
     }
-    SetHighlightItems(found);
-    return static_cast<int>(found.size());
+    return found;
 }
 
-int AlbumDocument::ActionHighlightNotedPhotos()
+QList<int> AlbumDocument::ActionHighlightNotedPhotos() const
 {
     QList<int> noted;
     for (int i = 1; i <= RecordCount(); ++i) {
         if (!Record(PhotoRecord::Description, i).isEmpty())
             noted << i;
     }
-    SetHighlightItems(noted);
-    return static_cast<int>(noted.size());
+    return noted;
 }
 
 QString AlbumDocument::FoundLabel(int count)
@@ -85,15 +53,11 @@ QString AlbumDocument::FoundLabel(int count)
 
 void AlbumDocument::SetNoteForPhotos(const QList<int> &indices, const QString &note)
 {
-    for (const int index : indices)
-        list.SetItemProperty(PhotoRecord::Description, note, index);
-    if (!indices.isEmpty())
-        DocumentWasModified();
+    SetValueOfRecords(indices, PhotoRecord::Description, note);
 }
 
-bool AlbumDocument::ActionSetNoteForSelectedPhotos(Prompter &prompter)
+bool AlbumDocument::ActionSetNoteForSelectedPhotos(const QList<int> &indices, Prompter &prompter)
 {
-    const QList<int> indices = SelectedIndices();
     if (indices.isEmpty())
         return false;
     const std::optional<QString> note = prompter.AskText(Localized("SetNoteForSelectedPhotos", "OrvDocument"),
@@ -105,23 +69,17 @@ bool AlbumDocument::ActionSetNoteForSelectedPhotos(Prompter &prompter)
     return true;
 }
 
-QString AlbumDocument::ActionKeywordsCopy() const
+QString AlbumDocument::ActionKeywordsCopy(int index) const
 {
-    return Record(PhotoRecord::Keywords, current);
+    return Record(PhotoRecord::Keywords, index);
 }
 
-void AlbumDocument::ActionKeywordsPaste(const QString &keywords)
+void AlbumDocument::ActionKeywordsPaste(const QList<int> &indices, const QString &keywords)
 {
-    bool changed = false;
-    for (const int index : TargetIndices()) {
-        const QString merged = Keywords::Merge(Record(PhotoRecord::Keywords, index), keywords);
-        if (merged != Record(PhotoRecord::Keywords, index)) {
-            list.SetItemProperty(PhotoRecord::Keywords, merged, index);
-            changed = true;
-        }
+    for (const int index : indices) {
+        if (Valid(index))
+            SetRecordValue(index, PhotoRecord::Keywords, Keywords::Merge(Record(PhotoRecord::Keywords, index), keywords));
     }
-    if (changed)
-        DocumentWasModified();
 }
 
 // Each photo goes to the trash on its own, before its record goes: a photo the trash refuses (no
@@ -131,7 +89,7 @@ AlbumDocument::DeleteReport AlbumDocument::DeleteItems(QList<int> indices)
     std::sort(indices.begin(), indices.end(), std::greater<>());
     indices.erase(std::unique(indices.begin(), indices.end()), indices.end());
     DeleteReport report;
-    bool removed = false;
+    QList<int> removed;
     for (const int index : indices) {
         if (index < 1 || index > RecordCount())
             continue;
@@ -148,20 +106,17 @@ AlbumDocument::DeleteReport AlbumDocument::DeleteItems(QList<int> indices)
         }
         if (!photo.isEmpty())
             QFile::remove(ThumbnailFilePath(index));
-        RemoveRecord(index);
-        removed = true;
+        removed << index;
     }
-    if (removed)
-        DocumentWasModified();
+    RemoveRecords(removed);
     return report;
 }
 
-bool AlbumDocument::ActionDelete(Prompter &prompter)
+bool AlbumDocument::ActionDelete(const QList<int> &indices, View shownIn, Prompter &prompter)
 {
-    const QList<int> indices = TargetIndices();
     if (indices.isEmpty())
         return false;
-    const char *message = view == View::Detail ? "MessageDeletePhotoInDetail" : "MessageDeletePhotoInThumbnail";
+    const char *message = shownIn == View::Detail ? "MessageDeletePhotoInDetail" : "MessageDeletePhotoInThumbnail";
     if (!prompter.AskYesNo(Localized("MoveToTrash", "Form"), Localized(message, "OrvDocument")))
         return false;
     QStringList failures;

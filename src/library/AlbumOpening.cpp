@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QThread>
 
 namespace {
 
@@ -35,6 +36,12 @@ AlbumDocument::OpenResult OpenAlbumDocument(const QString &path, const OpenReque
     if (!opened.document || !opened.load)
         return opened;
     AlbumDocument &document = *opened.document;
+    // The document lives on the thread its changes are applied on, the interface thread when the
+    // opening runs on a worker: it was made here and no one else knows it yet, so it can go there.
+    QThread *owner = nullptr;
+    progress.Apply([&] { owner = QThread::currentThread(); });
+    if (owner != document.thread())
+        document.moveToThread(owner);
 
     const QString drop = QDir::cleanPath(path) + u'/' + AlbumFormat::DropFolderName;
     if (QFileInfo(drop).isDir()) {
@@ -43,25 +50,43 @@ AlbumDocument::OpenResult OpenAlbumDocument(const QString &path, const OpenReque
         opened.imported = importer.ImportFiles({drop}, progress);
     }
     // A fresh list totals 0 bytes: this is how a plain folder gets its photos the first time.
-    if (CheckCalledFor(document, packageCreated, request)
-        && document.GetTotalBytesByDatalist() != document.GetTotalBytesByFileSystem())
+    bool check = false;
+    qint64 listed = 0;
+    QString folder;
+    progress.Apply([&] {
+        check = CheckCalledFor(document, packageCreated, request);
+        listed = document.GetTotalBytesByDatalist();
+        folder = document.PhotoFilesFolder();
+    });
+    if (check && listed != AlbumDocument::TotalPhotoBytesIn(folder))
         opened.imported.Add(ActionCheckModified(document, prompter, progress));
-    if (request.arrangeByTime && document.RecordCount() > 0)
-        document.ArrangePhotos(PhotoRecord::CaptureDate, true, false, nullptr);
-    if (document.IsModified()) {
-        if (const Result saved = document.SaveDocumentToFile(); !saved)
-            opened.imported.warnings << FileProblem{AlbumFormat::StudioPlistPath(path), saved.message};
-    }
+    progress.Apply([&] {
+        if (request.arrangeByTime && document.RecordCount() > 0)
+            document.ArrangePhotos(PhotoRecord::CaptureDate, true, false, nullptr);
+        if (document.IsModified()) {
+            if (const Result saved = document.SaveDocumentToFile(); !saved)
+                opened.imported.warnings << FileProblem{AlbumFormat::StudioPlistPath(path), saved.message};
+        }
+    });
     return opened;
 }
 
+// The records are read in one Apply, the folder is looked at outside it; each changed record is
+// read again outside and written inside. The records' indices stay true throughout: imports only
+// append, and removals come last, highest first.
 ImportReport ActionCheckModified(AlbumDocument &document, Prompter &prompter, ProgressSink &progress)
 {
-    const OutsideChanges changes = FindOutsideChanges(document);
     OrvAlbumImporter importer;
     importer.SetDocument(&document);
+    std::vector<RecordedFile> records;
+    QString folder;
+    progress.Apply([&] {
+        records = RecordedFiles(document);
+        folder = document.PhotoFilesFolder();
+    });
+    const OutsideChanges changes = FindOutsideChanges(folder, records, PhotoRecord::AllowNonJpeg());
     for (const int index : changes.changed)
-        importer.ReloadFile(index);
+        importer.ReloadFile(index, progress);
     ImportReport report;
     if (!changes.added.isEmpty())
         report = importer.ImportFiles(changes.added, progress);
@@ -71,16 +96,20 @@ ImportReport ActionCheckModified(AlbumDocument &document, Prompter &prompter, Pr
     const QString text = Localized("MessageRemovePhotosNotExist", "OrvDocument").replace(QStringLiteral("%1"), count);
     if (!prompter.AskYesNo(Localized("RemovePhotosNotExist", "OrvDocument"), text))
         return report;
-    for (auto it = changes.missing.rbegin(); it != changes.missing.rend(); ++it)
-        document.RemoveRecord(*it);
-    document.DocumentWasModified();
+    progress.Apply([&] { document.RemoveRecords(changes.missing); });
     return report;
 }
 
 int ActionCheckExistingPhotoFiles(AlbumDocument &document, Prompter &prompter, ProgressSink &progress)
 {
-    progress.Begin(Localized("Processing", "General"), document.RecordCount());
-    const QList<int> changed = FindChangedFiles(document);
+    std::vector<RecordedFile> records;
+    QString folder;
+    progress.Apply([&] {
+        records = RecordedFiles(document);
+        folder = document.PhotoFilesFolder();
+    });
+    progress.Begin(Localized("Processing", "General"), static_cast<int>(records.size()));
+    const QList<int> changed = FindChangedFiles(folder, records);
     progress.End();
     if (changed.isEmpty())
         return 0;
@@ -91,6 +120,6 @@ int ActionCheckExistingPhotoFiles(AlbumDocument &document, Prompter &prompter, P
     OrvAlbumImporter importer;
     importer.SetDocument(&document);
     for (const int index : changed)
-        importer.ReloadFile(index);
+        importer.ReloadFile(index, progress);
     return static_cast<int>(changed.size());
 }

@@ -27,6 +27,14 @@ struct OrvAlbumImporter::Names {
     QSet<QString> claimed;
 };
 
+// Where the run puts things, read from the document once.
+struct OrvAlbumImporter::Layout {
+    QString album;
+    QString photos;
+    QString thumbnails;
+    QString drop;
+};
+
 struct OrvAlbumImporter::Job {
     QString source;
     int sourceIndex = 0;   // which requested path it came from
@@ -73,6 +81,7 @@ QString NotAPhoto(const QString &fileName)
 
 OrvAlbumImporter::OrvAlbumImporter()
     : fastThumbnails(SettingNumber(ReadSetting(QStringLiteral("Layout"), QStringLiteral("FastMakeThumbnail"))) != 0)
+    , allowNonJpeg(PhotoRecord::AllowNonJpeg())
 {
 }
 
@@ -93,10 +102,9 @@ ImportReport OrvAlbumImporter::ImportFilesWithInfo(const QStringList &paths, con
 
 // The files to import, by the album's classification; every path or file that will not be
 // imported is reported here with the reason.
-std::vector<OrvAlbumImporter::Job> OrvAlbumImporter::Plan(const QStringList &paths, ImportReport &report) const
+std::vector<OrvAlbumImporter::Job> OrvAlbumImporter::Plan(const QStringList &paths, const Layout &layout, ImportReport &report) const
 {
-    const QString drop = DropFolder(document->Path());
-    const bool allowNonJpeg = PhotoRecord::AllowNonJpeg();
+    const QString &drop = layout.drop;
     std::vector<Job> jobs;
     for (int i = 0; i < paths.size(); ++i) {
         const QFileInfo source(paths[i]);
@@ -140,21 +148,22 @@ ImportReport OrvAlbumImporter::Import(const QStringList &paths, const std::vecto
     ImportReport report;
     if (!document)
         return report;
-    const QString album = document->Path();
-    const QString photos = GetPhotoFilesPath(album);
-    const QString thumbnails = AlbumFormat::ThumbnailFolder(album);
-    const QString drop = DropFolder(album);
-    QDir().mkpath(thumbnails);
+    Layout layout;
+    QStringList records;
+    progress.Apply([&] {
+        layout = {document->Path(), document->PhotoFilesFolder(), document->ThumbnailsFolder(), DropFolder(document->Path())};
+        records = document->RecordFiles();
+    });
+    QDir().mkpath(layout.thumbnails);
 
     using PhotoRecord::FoldedName;
     Names names;
-    const QStringList inFolder = QDir(photos).entryList(QDir::Files | QDir::Hidden | QDir::System);
-    const QStringList records = document->RecordFiles();
-    for (const QStringList *list : {&inFolder, &records}) {
+    const QStringList inFolder = QDir(layout.photos).entryList(QDir::Files | QDir::Hidden | QDir::System);
+    for (const QStringList *list : {&inFolder, static_cast<const QStringList *>(&records)}) {
         for (const QString &name : *list)
             names.photos.insert(FoldedName(name));
     }
-    for (const QString &name : QDir(thumbnails).entryList(QDir::Files | QDir::Hidden | QDir::System))
+    for (const QString &name : QDir(layout.thumbnails).entryList(QDir::Files | QDir::Hidden | QDir::System))
         names.thumbnails.insert(FoldedName(name));
     const QList<int> recordOf = PhotoRecord::MatchNames(inFolder, records);
     for (qsizetype i = 0; i < inFolder.size(); ++i) {
@@ -169,7 +178,7 @@ ImportReport OrvAlbumImporter::Import(const QStringList &paths, const std::vecto
         return chosen;
     };
 
-    std::vector<Job> jobs = Plan(paths, report);
+    std::vector<Job> jobs = Plan(paths, layout, report);
     progress.Begin(GetLocalizedString(QStringLiteral("Importing"), QStringLiteral("General")), static_cast<int>(jobs.size()));
     std::size_t next = 0;
     bool cancelled = false;
@@ -178,85 +187,87 @@ ImportReport OrvAlbumImporter::Import(const QStringList &paths, const std::vecto
         for (; next < jobs.size() && batch.size() < static_cast<std::size_t>(BatchSize()); ++next) {
             Job job = jobs[next];
             const QString name = QFileInfo(job.source).fileName();
-            job.inPlace = LiesIn(job.source, photos) && !names.recorded.contains(name) && !names.claimed.contains(name);
-            job.move = !job.inPlace && LiesIn(job.source, drop);
+            job.inPlace = LiesIn(job.source, layout.photos) && !names.recorded.contains(name) && !names.claimed.contains(name);
+            job.move = !job.inPlace && LiesIn(job.source, layout.drop);
             job.name = job.inPlace ? name : freeName(name);
             if (job.inPlace)
                 names.claimed.insert(name);
             batch.push_back(std::move(job));
         }
-        ProcessBatch(batch);
+        ProcessBatch(batch, layout);
+        std::vector<RecordValues> made;
         for (const Job &job : batch) {
             if (!job.photo.placed) {
                 report.notImported << FileProblem{job.source, job.photo.placed.message};
                 continue;
             }
             const PhotoInfo info = static_cast<std::size_t>(job.sourceIndex) < infos.size() ? infos[static_cast<std::size_t>(job.sourceIndex)] : PhotoInfo();
-            const int index = document->AppendRecord();
-            FillRecord(index, job, info);
-            report.imported << index;
+            made.push_back(MakeRecord(job, info));
             report.sources << job.source;
             if (!job.photo.warning.isEmpty())
                 report.warnings << FileProblem{job.source, job.photo.warning};
         }
+        progress.Apply([&] {
+            for (const RecordValues &values : made)
+                report.imported << document->AppendRecord(values);
+        });
         progress.Advance(static_cast<int>(next));
         cancelled = progress.Cancelled();
     }
     for (; next < jobs.size(); ++next)
         report.notImported << FileProblem{jobs[next].source, QStringLiteral("not imported: the import was stopped first")};
-    if (!cancelled && std::any_of(paths.begin(), paths.end(), [&](const QString &p) { return SamePath(p, drop); }))
-        ClearDropFolder(report);
+    if (!cancelled && std::any_of(paths.begin(), paths.end(), [&](const QString &p) { return SamePath(p, layout.drop); }))
+        ClearDropFolder(layout, report);
     progress.End();
-    if (!report.imported.isEmpty())
-        document->DocumentWasModified();
     return report;
 }
 
-void OrvAlbumImporter::ProcessBatch(std::vector<Job> &batch) const
+void OrvAlbumImporter::ProcessBatch(std::vector<Job> &batch, const Layout &layout) const
 {
-    const QString photos = GetPhotoFilesPath(document->Path());
-    const QString thumbnails = AlbumFormat::ThumbnailFolder(document->Path());
     const ThumbnailSource source = fastThumbnails ? ThumbnailSource::EmbeddedPreviewFirst : ThumbnailSource::Photo;
     const PhotosSharedOverCores shared;
     RunInParallel(static_cast<qsizetype>(batch.size()), [&](qsizetype i) {
         Job &job = batch[static_cast<std::size_t>(i)];
-        const QString destination = photos + u'/' + job.name;
+        const QString destination = layout.photos + u'/' + job.name;
         const PlacedHow how = job.inPlace ? PlacedHow::AlreadyThere : job.move ? PlacedHow::Move : PlacedHow::Copy;
-        job.photo = PlaceAndReadPhoto(job.source, destination, how, thumbnails + u'/' + PhotoRecord::ThumbnailName(job.name), source);
+        job.photo = PlaceAndReadPhoto(job.source, destination, how, layout.thumbnails + u'/' + PhotoRecord::ThumbnailName(job.name), source);
     });
 }
 
 // The record's keys in their documented order; the information given with the file goes last,
 // over what the tags said.
-void OrvAlbumImporter::FillRecord(int index, const Job &job, const PhotoInfo &info)
+RecordValues OrvAlbumImporter::MakeRecord(const Job &job, const PhotoInfo &info)
 {
-    DataList &list = document->List();
     const ImportedPhoto &photo = job.photo;
     const ImageTags &tags = photo.tags;
     using namespace PhotoRecord;
     const QString archived = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-    const std::pair<const QString &, QString> values[] = {
+    RecordValues values = {
         {File, job.name}, {Size, QString::number(photo.facts.size)}, {Modified, photo.facts.modified},
         {Created, photo.created}, {Archived, archived}, {Width, QString::number(photo.facts.width)},
         {Height, QString::number(photo.facts.height)},
     };
-    for (const auto &[key, value] : values)
-        list.SetItemProperty(key, value, index);
     for (const auto &[key, value] : tags.RecordValues())
-        list.SetItemProperty(key, key == CaptureDate && value.isEmpty() ? photo.facts.modified : value, index);
+        values.append({key, key == CaptureDate && value.isEmpty() ? photo.facts.modified : value});
     for (auto it = info.begin(); it != info.end(); ++it) {
-        if (!it.value().isEmpty())
-            list.SetItemProperty(it.key(), it.value(), index);
+        if (it.value().isEmpty())
+            continue;
+        auto same = std::find_if(values.begin(), values.end(), [&](const auto &entry) { return entry.first == it.key(); });
+        if (same != values.end())
+            same->second = it.value();
+        else
+            values.append({it.key(), it.value()});
     }
+    return values;
 }
 
 // What the drop folder still holds directly is not a photo of this album: it is kept beside the
 // album under a free name. The drop folder then goes only when nothing is left in it: a folder
 // inside it (a card's DCIM) and what it holds stay where they are, and were reported.
-void OrvAlbumImporter::ClearDropFolder(ImportReport &report)
+void OrvAlbumImporter::ClearDropFolder(const Layout &layout, ImportReport &report)
 {
-    const QString drop = DropFolder(document->Path());
-    const QString kept = QDir::cleanPath(document->Path()) + u'/' + AlbumFormat::NonPhotoFolderName;
+    const QString &drop = layout.drop;
+    const QString kept = QDir::cleanPath(layout.album) + u'/' + AlbumFormat::NonPhotoFolderName;
     const QFileInfoList left = QDir(drop).entryInfoList(QDir::Files | QDir::Hidden | QDir::System);
     if (!left.isEmpty())
         QDir().mkpath(kept);
@@ -275,24 +286,40 @@ void OrvAlbumImporter::ClearDropFolder(ImportReport &report)
     QDir().rmdir(drop); // errors ignored: a plain removal, which leaves a folder that still holds anything
 }
 
-bool OrvAlbumImporter::ReloadFile(int index)
+// The record's file read again, its thumbnail made again; the paths are read in Apply, the file
+// outside it. A record naming no bare file, or a file gone, gives a failed result.
+ImportedPhoto OrvAlbumImporter::ReadAgain(int index, ProgressSink &progress, QString *path) const
 {
-    const QString path = document ? document->PhotoFilePath(index) : QString();
-    if (path.isEmpty() || !QFileInfo::exists(path))
-        return false;
-    const ImportedPhoto photo = PlaceAndReadPhoto(path, path, PlacedHow::AlreadyThere, document->ThumbnailFilePath(index),
-                                                  fastThumbnails ? ThumbnailSource::EmbeddedPreviewFirst : ThumbnailSource::Photo);
-    if (!photo.placed)
-        return false;
-    DataList &list = document->List();
-    list.SetItemProperty(PhotoRecord::Size, QString::number(photo.facts.size), index);
-    list.SetItemProperty(PhotoRecord::Modified, photo.facts.modified, index);
-    list.SetItemProperty(PhotoRecord::Height, QString::number(photo.facts.height), index);
-    list.SetItemProperty(PhotoRecord::Width, QString::number(photo.facts.width), index);
-    document->DocumentWasModified();
-    return true;
+    QString photo;
+    QString thumbnail;
+    progress.Apply([&] {
+        photo = document ? document->PhotoFilePath(index) : QString();
+        thumbnail = document ? document->ThumbnailFilePath(index) : QString();
+    });
+    if (path)
+        *path = photo;
+    if (photo.isEmpty() || !QFileInfo::exists(photo)) {
+        ImportedPhoto none;
+        none.placed = Result::Failure(QStringLiteral("no photo file"));
+        return none;
+    }
+    return PlaceAndReadPhoto(photo, photo, PlacedHow::AlreadyThere, thumbnail,
+                             fastThumbnails ? ThumbnailSource::EmbeddedPreviewFirst : ThumbnailSource::Photo);
 }
 
+bool OrvAlbumImporter::ReloadFile(int index, ProgressSink &progress)
+{
+    const ImportedPhoto photo = ReadAgain(index, progress);
+    if (!photo.placed)
+        return false;
+    progress.Apply([&] {
+        document->SetRecordValues(index, RecordValues{{PhotoRecord::Size, QString::number(photo.facts.size)},
+                                                      {PhotoRecord::Modified, photo.facts.modified},
+                                                      {PhotoRecord::Height, QString::number(photo.facts.height)},
+                                                      {PhotoRecord::Width, QString::number(photo.facts.width)}});
+    });
+    return true;
+}
 // What the user gave is kept: the star, the elevation (never in the tags), a note or keywords the
 // file does not hold, and the capture date and position when they are the user's. A value is
 // taken as the user's when the record holds one other than what the file gives: a capture date
@@ -301,36 +328,39 @@ bool OrvAlbumImporter::ReloadFile(int index)
 // by time correction or on another machine, and a position placed by hand or matched from a
 // track survive; a value that was only read from the file is read again. The file's own tags stay
 // in the file, so keeping the record's value loses nothing, while replacing it could.
-bool OrvAlbumImporter::ReimportCurrentFile()
+bool OrvAlbumImporter::ReimportFile(int index, ProgressSink &progress)
 {
-    const int index = document ? document->CurrentIndex() : 0;
-    const QString path = document ? document->PhotoFilePath(index) : QString();
-    if (path.isEmpty() || !QFileInfo::exists(path) || !PhotoRecord::IsPhotoFile(path, PhotoRecord::AllowNonJpeg()))
+    QString path;
+    Job job;
+    job.photo = ReadAgain(index, progress, &path);
+    if (!job.photo.placed || !PhotoRecord::IsPhotoFile(path, allowNonJpeg))
         return false;
-    Job job{path, 0, QFileInfo(path).fileName(), false, true, {}};
-    job.photo = PlaceAndReadPhoto(path, path, PlacedHow::AlreadyThere, document->ThumbnailFilePath(index),
-                                  fastThumbnails ? ThumbnailSource::EmbeddedPreviewFirst : ThumbnailSource::Photo);
-    if (!job.photo.placed)
-        return false;
+    job.source = path;
+    job.name = QFileInfo(path).fileName();
+    job.inPlace = true;
     using namespace PhotoRecord;
     const ImageTags &tags = job.photo.tags;
-    const auto old = [&](const QString &key) { return document->Record(key, index); };
-    PhotoInfo kept;
-    for (const QString &key : {Star, Elevation, Description, Keywords})
-        kept.insert(key, old(key));
-    if (!tags.caption.isEmpty())
-        kept.remove(Description);
-    if (!tags.keywords.isEmpty())
-        kept.remove(Keywords);
-    const QString readDate = tags.dateTaken.isEmpty() ? job.photo.facts.modified : tags.dateTaken;
-    if (old(CaptureDate) != readDate && old(CaptureDate) != old(Modified))
-        kept.insert(CaptureDate, old(CaptureDate));
-    if (old(Longitude) != tags.longitude || old(Latitude) != tags.latitude) {
-        kept.insert(Longitude, old(Longitude));
-        kept.insert(Latitude, old(Latitude));
-    }
-    document->List().ClearItem(index);
-    FillRecord(index, job, kept);
-    document->DocumentWasModified();
-    return true;
+    bool done = false;
+    progress.Apply([&] {
+        if (document->PhotoFilePath(index) != path)
+            return; // the record went elsewhere meanwhile
+        const auto old = [&](const QString &key) { return document->Record(key, index); };
+        PhotoInfo kept;
+        for (const QString &key : {Star, Elevation, Description, Keywords})
+            kept.insert(key, old(key));
+        if (!tags.caption.isEmpty())
+            kept.remove(Description);
+        if (!tags.keywords.isEmpty())
+            kept.remove(Keywords);
+        const QString readDate = tags.dateTaken.isEmpty() ? job.photo.facts.modified : tags.dateTaken;
+        if (old(CaptureDate) != readDate && old(CaptureDate) != old(Modified))
+            kept.insert(CaptureDate, old(CaptureDate));
+        if (old(Longitude) != tags.longitude || old(Latitude) != tags.latitude) {
+            kept.insert(Longitude, old(Longitude));
+            kept.insert(Latitude, old(Latitude));
+        }
+        document->ReplaceRecord(index, MakeRecord(job, kept));
+        done = true;
+    });
+    return done;
 }

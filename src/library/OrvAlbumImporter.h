@@ -1,5 +1,7 @@
 #pragma once
 
+#include "library/AlbumDocument.h"
+#include "library/ImportedPhoto.h"
 #include "library/ImportReport.h"
 
 #include <QMap>
@@ -8,7 +10,6 @@
 #include <QStringList>
 #include <vector>
 
-class AlbumDocument;
 class ProgressSink;
 
 // Values that travel with a photo into its new record ("CaptureDate", "Description", ...).
@@ -19,6 +20,9 @@ using PhotoInfo = QMap<QString, QString>;
 // appended as a record. Thumbnails and tags are made on every core a few files at a time, while
 // the records are appended in the order of the work list, so the list ends exactly as a
 // one-thread run would leave it. A cancelled run keeps what it finished, and nothing half-done.
+// The document is read and changed only inside ProgressSink::Apply, in list order, and the slow
+// part (copies, thumbnails, tags) is done outside it, so a run may go on a worker thread while
+// the document stays on the interface thread.
 //
 // One file, one record: a file that already lies in the photo files folder is taken in place
 // only when no record names it (by PhotoRecord::MatchNames) and nothing earlier in the run took
@@ -27,7 +31,7 @@ using PhotoInfo = QMap<QString, QString>;
 // under a free name with a record of its own, so the album never holds two records for a file.
 class OrvAlbumImporter {
 public:
-    OrvAlbumImporter(); // reads [Layout] FastMakeThumbnail
+    OrvAlbumImporter(); // reads [Layout] FastMakeThumbnail and [System] AllowNonJPEG, once
     void SetDocument(AlbumDocument *document);
 
     // Files as listed, folders by the files directly in them. The report names every file that
@@ -36,20 +40,23 @@ public:
     // As ImportFiles; then every non-empty value of a path's information goes onto the records
     // made from that path, over what the tags gave.
     ImportReport ImportFilesWithInfo(const QStringList &paths, const std::vector<PhotoInfo> &infos, ProgressSink &progress);
-    // Rebuilds the current record from its file, keeping what the user gave (below).
-    bool ReimportCurrentFile();
+    // Rebuilds the record from its file, keeping what the user gave (below).
+    bool ReimportFile(int index, ProgressSink &progress);
     // Remakes the thumbnail and refreshes "Size", "Modified", "Height" and "Width".
-    bool ReloadFile(int index);
+    bool ReloadFile(int index, ProgressSink &progress);
 
 private:
     struct Job;
     struct Names;
     ImportReport Import(const QStringList &paths, const std::vector<PhotoInfo> &infos, ProgressSink &progress);
-    std::vector<Job> Plan(const QStringList &paths, ImportReport &report) const;
-    void ProcessBatch(std::vector<Job> &batch) const;
-    void FillRecord(int index, const Job &job, const PhotoInfo &info);
-    void ClearDropFolder(ImportReport &report);
+    struct Layout;
+    std::vector<Job> Plan(const QStringList &paths, const Layout &layout, ImportReport &report) const;
+    void ProcessBatch(std::vector<Job> &batch, const Layout &layout) const;
+    static RecordValues MakeRecord(const Job &job, const PhotoInfo &info);
+    static void ClearDropFolder(const Layout &layout, ImportReport &report);
+    ImportedPhoto ReadAgain(int index, ProgressSink &progress, QString *path = nullptr) const;
 
     AlbumDocument *document = nullptr;
     bool fastThumbnails = false;
+    bool allowNonJpeg = false;
 };

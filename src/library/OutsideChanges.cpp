@@ -17,10 +17,9 @@ QString FileTimeText(const QFileInfo &file)
     return file.lastModified().toString(RecordTimeFormat);
 }
 
-bool RecordChanged(const AlbumDocument &document, int index, const QFileInfo &file)
+bool RecordChanged(const RecordedFile &record, const QFileInfo &file)
 {
-    return IsChangedOutside(document.Record(PhotoRecord::Size, index), document.Record(PhotoRecord::Modified, index),
-                            document.Record(PhotoRecord::Archived, index), file.size(), FileTimeText(file));
+    return IsChangedOutside(record.size, record.modified, record.archived, file.size(), FileTimeText(file));
 }
 
 } // namespace
@@ -38,11 +37,20 @@ bool IsChangedOutside(const QString &recordSize, const QString &recordModified, 
     return !archived.isValid() || archived.secsTo(modified) > ImportMarginSeconds;
 }
 
-OutsideChanges FindOutsideChanges(const AlbumDocument &document)
+std::vector<RecordedFile> RecordedFiles(const AlbumDocument &document)
 {
-    const QString folder = GetPhotoFilesPath(document.Path());
+    std::vector<RecordedFile> records;
+    records.reserve(static_cast<std::size_t>(document.RecordCount()));
+    for (int i = 1; i <= document.RecordCount(); ++i) {
+        records.push_back({document.Record(PhotoRecord::File, i), document.Record(PhotoRecord::Size, i),
+                           document.Record(PhotoRecord::Modified, i), document.Record(PhotoRecord::Archived, i)});
+    }
+    return records;
+}
+
+OutsideChanges FindOutsideChanges(const QString &folder, const std::vector<RecordedFile> &records, bool allowNonJpeg)
+{
     const QSet<QString> hidden = HiddenNames(folder);
-    const bool allowNonJpeg = PhotoRecord::AllowNonJpeg();
     QFileInfoList files;
     QStringList fileNames;
     for (const QFileInfo &file : QDir(folder).entryInfoList(QDir::Files, QDir::Name)) {
@@ -53,16 +61,14 @@ OutsideChanges FindOutsideChanges(const AlbumDocument &document)
     }
     // Records naming no bare file take no part; every other record looks for its file by the
     // one rule of names, so that a record is never taken for another record's file.
-    QStringList recordNames = document.RecordFiles();
-    for (QString &name : recordNames) {
-        if (!PhotoRecord::IsBareFileName(name))
-            name.clear();
-    }
+    QStringList recordNames;
+    for (const RecordedFile &record : records)
+        recordNames << (PhotoRecord::IsBareFileName(record.file) ? record.file : QString());
     const QList<int> fileOf = PhotoRecord::MatchNames(recordNames, fileNames);
 
     OutsideChanges changes;
     std::vector<bool> recorded(static_cast<std::size_t>(files.size()), false);
-    for (int i = 1; i <= document.RecordCount(); ++i) {
+    for (int i = 1; i <= static_cast<int>(records.size()); ++i) {
         const int file = fileOf[i - 1];
         if (recordNames[i - 1].isEmpty())
             continue;
@@ -71,7 +77,7 @@ OutsideChanges FindOutsideChanges(const AlbumDocument &document)
             continue;
         }
         recorded[static_cast<std::size_t>(file)] = true;
-        if (RecordChanged(document, i, files[file]))
+        if (RecordChanged(records[static_cast<std::size_t>(i - 1)], files[file]))
             changes.changed << i;
     }
     for (qsizetype f = 0; f < files.size(); ++f) {
@@ -81,14 +87,15 @@ OutsideChanges FindOutsideChanges(const AlbumDocument &document)
     return changes;
 }
 
-QList<int> FindChangedFiles(const AlbumDocument &document)
+QList<int> FindChangedFiles(const QString &folder, const std::vector<RecordedFile> &records)
 {
     QList<int> changed;
-    for (int i = 1; i <= document.RecordCount(); ++i) {
-        const QString path = document.PhotoFilePath(i);
-        const QFileInfo file(path);
-        if (!path.isEmpty() && file.exists() && RecordChanged(document, i, file))
-            changed << i;
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        if (!PhotoRecord::IsBareFileName(records[i].file))
+            continue;
+        const QFileInfo file(folder + u'/' + records[i].file);
+        if (file.exists() && RecordChanged(records[i], file))
+            changed << static_cast<int>(i + 1);
     }
     return changed;
 }

@@ -2,8 +2,19 @@
 
 #include <QList>
 #include <QStringList>
+#include <vector>
 
 class AlbumDocument;
+
+// What the records say of their files, read from the document in one quick pass so that the
+// slow look at the folder can run away from it.
+struct RecordedFile {
+    QString file;
+    QString size;
+    QString modified;
+    QString archived;
+};
+std::vector<RecordedFile> RecordedFiles(const AlbumDocument &document);
 
 // What changed in an album's photo files folder while the program was not looking.
 struct OutsideChanges {
@@ -20,7 +31,8 @@ bool IsChangedOutside(const QString &recordSize, const QString &recordModified, 
 
 // Matches the folder's visible photo files to the records by PhotoRecord::MatchNames. Records
 // naming no bare file take no part.
-OutsideChanges FindOutsideChanges(const AlbumDocument &document);
+// photoFolder is the album's photo files folder; records are indexed from 1 in their order.
+OutsideChanges FindOutsideChanges(const QString &photoFolder, const std::vector<RecordedFile> &records, bool allowNonJpeg);
 
 // The records whose existing file changed, by the same test.
-QList<int> FindChangedFiles(const AlbumDocument &document);
+QList<int> FindChangedFiles(const QString &photoFolder, const std::vector<RecordedFile> &records);

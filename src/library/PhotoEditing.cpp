@@ -13,40 +13,48 @@ namespace {
 
 using Edit = std::function<EditOutcome(const QString &photo, const QString &thumbnail)>;
 
+// Runs inside ProgressSink::Apply: it reads the record's sides to swap them.
 void TakeFacts(AlbumDocument &document, int index, const PhotoFileFacts &facts, bool swapSides)
 {
-    DataList &list = document.List();
-    list.SetItemProperty(PhotoRecord::Size, QString::number(facts.size), index);
-    list.SetItemProperty(PhotoRecord::Modified, facts.modified, index);
+    RecordValues values{{PhotoRecord::Size, QString::number(facts.size)}, {PhotoRecord::Modified, facts.modified}};
     if (swapSides) {
-        const QString width = document.Record(PhotoRecord::Width, index);
-        list.SetItemProperty(PhotoRecord::Width, document.Record(PhotoRecord::Height, index), index);
-        list.SetItemProperty(PhotoRecord::Height, width, index);
+        values.append({PhotoRecord::Width, document.Record(PhotoRecord::Height, index)});
+        values.append({PhotoRecord::Height, document.Record(PhotoRecord::Width, index)});
     } else if (facts.width > 0 && facts.height > 0) {
-        list.SetItemProperty(PhotoRecord::Width, QString::number(facts.width), index);
-        list.SetItemProperty(PhotoRecord::Height, QString::number(facts.height), index);
+        values.append({PhotoRecord::Width, QString::number(facts.width)});
+        values.append({PhotoRecord::Height, QString::number(facts.height)});
     }
+    document.SetRecordValues(index, values);
 }
 
+struct PhotoPaths {
+    QString photo;
+    QString thumbnail;
+};
+
+// The paths are read from the document in one Apply; each file is edited outside it and its
+// record takes the new facts in an Apply of its own, in list order.
 int EditPhotos(AlbumDocument &document, const QList<int> &indices, const Edit &edit, bool swapSides, ProgressSink &progress)
 {
+    std::vector<PhotoPaths> paths;
+    progress.Apply([&] {
+        for (const int index : indices)
+            paths.push_back({document.PhotoFilePath(index), document.ThumbnailFilePath(index)});
+    });
     progress.Begin(GetLocalizedString(QStringLiteral("Processing"), QStringLiteral("General")), static_cast<int>(indices.size()));
     int edited = 0;
     for (qsizetype i = 0; i < indices.size() && !progress.Cancelled(); ++i) {
-        const int index = indices[i];
-        const QString photo = document.PhotoFilePath(index);
-        if (!photo.isEmpty()) {
-            const EditOutcome outcome = edit(photo, document.ThumbnailFilePath(index));
+        const PhotoPaths &path = paths[static_cast<std::size_t>(i)];
+        if (!path.photo.isEmpty()) {
+            const EditOutcome outcome = edit(path.photo, path.thumbnail);
             if (outcome.result) {
-                TakeFacts(document, index, outcome.facts, swapSides);
+                progress.Apply([&] { TakeFacts(document, indices[i], outcome.facts, swapSides); });
                 ++edited;
             }
         }
         progress.Advance(static_cast<int>(i + 1));
     }
     progress.End();
-    if (edited > 0)
-        document.DocumentWasModified();
     return edited;
 }
 
@@ -83,33 +91,35 @@ int CropPhoto(AlbumDocument &document, int index, const CropRectangle &rectangle
     }, false, quiet);
 }
 
-int ActionRotateLeft(AlbumDocument &document, ProgressSink &progress)
+int ActionRotateLeft(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress)
 {
-    return RotatePhotos(document, document.TargetIndices(), Turn::Left, progress);
+    return RotatePhotos(document, indices, Turn::Left, progress);
 }
 
-int ActionRotateRight(AlbumDocument &document, ProgressSink &progress)
+int ActionRotateRight(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress)
 {
-    return RotatePhotos(document, document.TargetIndices(), Turn::Right, progress);
+    return RotatePhotos(document, indices, Turn::Right, progress);
 }
 
 int WriteMetadataOfPhotos(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress, QStringList *failures)
 {
     QList<MetadataWriteJob> jobs;
     QList<int> jobIndices;
-    for (const int index : indices) {
-        const QString photo = document.PhotoFilePath(index);
-        if (photo.isEmpty())
-            continue;
-        PhotoMetadata values;
-        values.description = document.Record(PhotoRecord::Description, index);
-        values.keywords = document.Record(PhotoRecord::Keywords, index);
-        values.longitude = LenientNumber(document.Record(PhotoRecord::Longitude, index));
-        values.latitude = LenientNumber(document.Record(PhotoRecord::Latitude, index));
-        values.elevation = LenientNumber(document.Record(PhotoRecord::Elevation, index));
-        jobs << MetadataWriteJob{photo, values};
-        jobIndices << index;
-    }
+    progress.Apply([&] {
+        for (const int index : indices) {
+            const QString photo = document.PhotoFilePath(index);
+            if (photo.isEmpty())
+                continue;
+            PhotoMetadata values;
+            values.description = document.Record(PhotoRecord::Description, index);
+            values.keywords = document.Record(PhotoRecord::Keywords, index);
+            values.longitude = LenientNumber(document.Record(PhotoRecord::Longitude, index));
+            values.latitude = LenientNumber(document.Record(PhotoRecord::Latitude, index));
+            values.elevation = LenientNumber(document.Record(PhotoRecord::Elevation, index));
+            jobs << MetadataWriteJob{photo, values};
+            jobIndices << index;
+        }
+    });
     progress.Begin(GetLocalizedString(QStringLiteral("Processing"), QStringLiteral("General")), static_cast<int>(jobs.size()));
     const QList<MetadataWriteReport> reports = WriteMetadataBatch(jobs, [&progress](qsizetype done, const QString &) {
         progress.Advance(static_cast<int>(done));
@@ -117,16 +127,19 @@ int WriteMetadataOfPhotos(AlbumDocument &document, const QList<int> &indices, Pr
     });
     progress.End();
     int written = 0;
+    progress.Apply([&] {
+        for (qsizetype i = 0; i < reports.size(); ++i) {
+            const MetadataWriteReport &report = reports[i];
+            if (report.attempted && report.facts.size >= 0)
+                TakeFacts(document, jobIndices[i], report.facts, false);
+        }
+    });
     for (qsizetype i = 0; i < reports.size(); ++i) {
         const MetadataWriteReport &report = reports[i];
-        if (report.attempted && report.facts.size >= 0)
-            TakeFacts(document, jobIndices[i], report.facts, false);
         if (report.attempted && report.result)
             ++written;
         else if (report.attempted && failures)
             *failures << jobs[i].photoPath + QStringLiteral(": ") + report.result.message;
     }
-    if (written > 0)
-        document.DocumentWasModified();
     return written;
 }

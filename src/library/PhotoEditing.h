@@ -16,9 +16,10 @@ int ApplyEffectToPhotos(AlbumDocument &document, const QList<int> &indices, Phot
 int AdjustPhotos(AlbumDocument &document, const QList<int> &indices, const AdjustSliders &sliders, ProgressSink &progress);
 int CropPhoto(AlbumDocument &document, int index, const CropRectangle &rectangle);
 
-// The selection's rotation, or the current photo's in the detail view.
-int ActionRotateLeft(AlbumDocument &document, ProgressSink &progress);
-int ActionRotateRight(AlbumDocument &document, ProgressSink &progress);
+// The menu's quarter turns of the photos a view chose. The document is read and changed only
+// inside progress.Apply, the files are edited outside it.
+int ActionRotateLeft(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress);
+int ActionRotateRight(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress);
 
 // Captions, keywords and positions of the records written into their files through one ExifTool
 // process; each record then takes its file's new size and time. Returns the photos written;

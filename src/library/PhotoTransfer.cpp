@@ -4,6 +4,7 @@
 #include "datalist/DataList.h"
 #include "library/InfoExchange.h"
 #include "library/OrvAlbumImporter.h"
+#include "app/ProgressSink.h"
 
 #include <QDir>
 #include <QFile>
@@ -68,7 +69,9 @@ ImportReport ActionPaste(AlbumDocument &document, ProgressSink &progress)
     if (!list.Load(InfoExchangePath()))
         return report;
     const QString cutFrom = list.GetDocumentProperty(CutFromKey);
-    if (!cutFrom.isEmpty() && QDir::cleanPath(cutFrom) == document.Path())
+    QString album;
+    progress.Apply([&] { album = document.Path(); });
+    if (!cutFrom.isEmpty() && QDir::cleanPath(cutFrom) == album)
         return report;
     QStringList files;
     std::vector<PhotoInfo> infos;
@@ -87,8 +90,10 @@ ImportReport ActionPaste(AlbumDocument &document, ProgressSink &progress)
     if (!cutFrom.isEmpty() && !imported.imported.isEmpty()) {
         // The photos are recorded here before they leave there; when this album cannot be
         // written (a damaged list, a full disk) they stay where they were.
-        if (const Result saved = document.SaveDocumentToFile(); !saved) {
-            report.warnings << FileProblem{document.Path(), saved.message + QStringLiteral("; the cut photos stay in ") + cutFrom};
+        Result saved;
+        progress.Apply([&] { saved = document.SaveDocumentToFile(); });
+        if (!saved) {
+            report.warnings << FileProblem{album, saved.message + QStringLiteral("; the cut photos stay in ") + cutFrom};
             return report;
         }
         RemoveFromSource(cutFrom, imported.sources, report);

@@ -84,9 +84,6 @@ Result SetRecordValue(AlbumDocument &document, int index, const QString &key, co
     QString value;
     if (Result formatted = Formatted(key, text, value); !formatted)
         return formatted;
-    if (document.Record(key, index) != value) {
-        document.List().SetItemProperty(key, value, index);
-        document.DocumentWasModified();
-    }
+    document.SetRecordValue(index, key, value);
     return Result::Success();
 }

@@ -76,7 +76,7 @@ void KmlTest::documents()
         auto album = Album({Positioned, {"File=b.jpg", "CaptureDate=2020-06-01 12:40:00"},
                             {"File=c.jpg", "CaptureDate=2020-06-01 12:31:00", "Longitude=-1.5", "Latitude=-2.5", "Elevation=",
                              "Description=<b> & \"x\"", "Keywords=a;b;c", "Width=30", "Height=40"}});
-        album->List().SetDocumentProperty(QStringLiteral("Title"), QStringLiteral("Lakes <2020>"));
+        QVERIFY(album->SetAlbumTexts({QStringLiteral("Lakes <2020>"), std::nullopt, std::nullopt}).ok);
         const AlbumKml kml = BuildAlbumKml(*album, {1, 2, 3}, QStringLiteral("files"), &store, {0}, document.mid(6).toDouble(), nullptr);
         QCOMPARE(kml.photos, 2);
         text = kml.text;

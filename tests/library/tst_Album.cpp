@@ -1,4 +1,8 @@
 #include "library/AlbumOpening.h"
+#include "gps/GpxImport.h"
+#include "gps/PhotoMatching.h"
+#include "library/PhotoEditing.h"
+#include "library/PhotoTransfer.h"
 #include "app/AppState.h"
 #include "library/HiddenFiles.h"
 #include "library/OrvAlbumImporter.h"
@@ -10,8 +14,11 @@
 #include "library/RecordEdit.h"
 #include "app/Settings.h"
 #include "TestEnvironment.h"
+#include "gps/GpsStore.h"
 
 #include <QDir>
+#include <QEventLoop>
+#include <QThread>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -40,7 +47,9 @@ private slots:
     void freeNames_data();
     void freeNames();
     void datesAndTimes();
-    void parallelRunMatchesOneAtATime();
+    void importOnAWorkerThread();
+    void signalsTellEveryChange_data();
+    void signalsTellEveryChange();
     void reimportKeepsWhatTheUserSet();
 
 private:
@@ -67,7 +76,10 @@ public:
     }
     void Inform(const QString &, const QString &) override {}
     void Error(const QString &, const QString &) override {}
-    std::optional<QString> AskText(const QString &, const QString &, const QString &) override { return std::nullopt; }
+    std::optional<QString> AskText(const QString &, const QString &, const QString &) override
+    {
+        return answer ? std::optional<QString>(QStringLiteral("by the lake")) : std::nullopt;
+    }
 };
 
 QStringList Files(const AlbumDocument &album)
@@ -78,10 +90,10 @@ QStringList Files(const AlbumDocument &album)
     return files;
 }
 
-QStringList SelectedFiles(const AlbumDocument &album)
+QStringList FilesAt(const AlbumDocument &album, const QList<int> &indices)
 {
     QStringList files;
-    for (const int index : album.SelectedIndices())
+    for (const int index : indices)
         files << album.Record(PhotoRecord::File, index);
     return files;
 }
@@ -272,12 +284,11 @@ std::unique_ptr<AlbumDocument> AlbumTest::MakeAlbum(const QList<QStringList> &re
     QDir().mkpath(albumPath);
     auto opened = AlbumDocument::Open(albumPath);
     for (const QStringList &record : records) {
-        DataList &list = opened.document->List();
-        const int index = list.ItemCount() + 1;
-        list.AddItem(index);
         const QStringList keys = {PhotoRecord::File, PhotoRecord::CaptureDate, PhotoRecord::Size, PhotoRecord::Star};
+        RecordValues values;
         for (qsizetype k = 0; k < record.size(); ++k)
-            list.SetItemProperty(keys[k], record[k], index);
+            values.append({keys[k], record[k]});
+        opened.document->AppendRecord(values);
     }
     opened.document->SaveDocumentToFile();
     return AlbumDocument::Open(albumPath).document;
@@ -349,37 +360,31 @@ void AlbumTest::nameRule()
 void AlbumTest::starsAndSelections()
 {
     auto album = MakeAlbum(Holiday);
-    album->ActionSelectStarPhotos();
-    QCOMPARE(SelectedFiles(*album), (QStringList{"a.jpg", "b.jpg"}));
-    album->ActionInverseSelection();
-    QCOMPARE(SelectedFiles(*album), (QStringList{"c.jpg", "d.jpg"}));
-    album->ActionStar(true);
-    album->ActionSelectStarPhotos();
-    QCOMPARE(SelectedFiles(*album), (QStringList{"c.jpg", "a.jpg", "d.jpg", "b.jpg"}));
+    const QList<int> starred = album->ActionSelectStarPhotos();
+    QCOMPARE(FilesAt(*album, starred), (QStringList{"a.jpg", "b.jpg"}));
+    const QList<int> others = album->ActionInverseSelection(starred);
+    QCOMPARE(FilesAt(*album, others), (QStringList{"c.jpg", "d.jpg"}));
+    album->ActionStar(others, true);
+    QCOMPARE(FilesAt(*album, album->ActionSelectStarPhotos()), (QStringList{"c.jpg", "a.jpg", "d.jpg", "b.jpg"}));
     QVERIFY(album->IsModified());
 
-    album->SetHighlightItems({2, 4, 99});
-    album->ActionSelectHighlightPhotos();
-    QCOMPARE(SelectedFiles(*album), (QStringList{"a.jpg", "b.jpg"}));
-    album->ActionStar(false);
+    const QList<int> highlighted = album->ActionSelectHighlightPhotos({4, 2, 99, 2});
+    QCOMPARE(FilesAt(*album, highlighted), (QStringList{"a.jpg", "b.jpg"}));
+    album->ActionStar(highlighted, false);
     QCOMPARE(album->Record(PhotoRecord::Star, 2), QStringLiteral("0"));
     QCOMPARE(album->Record(PhotoRecord::Star, 1), QStringLiteral("1"));
-
-    // In the detail view only the photo shown is starred, whatever is selected.
-    album->ActionSelectAllPhotos();
-    album->SetView(AlbumDocument::View::Detail);
-    album->SetCurrentIndex(4);
-    album->ActionStar(true);
-    album->ActionSelectStarPhotos();
-    QCOMPARE(SelectedFiles(*album), (QStringList{"c.jpg", "d.jpg", "b.jpg"}));
+    QCOMPARE(album->ActionSelectAllPhotos(), (QList<int>{1, 2, 3, 4}));
+    QCOMPARE(FilesAt(*album, album->ActionSearch(QStringLiteral("B.J")).value()), QStringList{"b.jpg"});
+    QVERIFY(!album->ActionSearch(QString()));
 }
 
 void AlbumTest::unsafeNamesAreLeftAlone()
 {
     auto album = MakeAlbum({{"ok.jpg"}, {"../outside.jpg"}, {"/etc/passwd"}, {"sub/inner.jpg"}, {"..\\win.jpg"},
                             {"nul"}, {".."}, {"two..dots.jpg"}});
-    album->List().SetItemProperty(PhotoRecord::File, QString::fromUtf8("nul\0.jpg", 8), 6);
+    album->SetRecordValue(6, PhotoRecord::File, QString::fromUtf8("nul\0.jpg", 8));
     QCOMPARE(album->UnsafeRecords(), (QList<int>{2, 3, 4, 5, 6, 7}));
+    QDir().mkpath(AlbumFormat::StudioDataPath(albumPath) + QStringLiteral("/size_full")); // paths follow the layout found at opening
     QCOMPARE(album->PhotoFilePath(1), albumPath + QStringLiteral("/ok.jpg"));
     QCOMPARE(album->PhotoFilePath(8), albumPath + QStringLiteral("/two..dots.jpg"));
     for (int index = 2; index <= 7; ++index) {
@@ -399,17 +404,14 @@ void AlbumTest::deletion()
         WriteAll(AlbumFormat::ThumbnailFolder(albumPath) + u'/' + QLatin1String(name), "thumbnail");
     }
     WriteAll(AlbumFormat::ThumbnailFolder(albumPath) + QStringLiteral("/d.jpg"), "thumbnail"); // its photo is gone
-    album->SetSelected(4, true);
-
     ScriptedPrompter prompter;
     prompter.answer = false;
-    QVERIFY(!album->ActionDelete(prompter));
+    QVERIFY(!album->ActionDelete({4}, AlbumDocument::View::Thumbnails, prompter));
     QCOMPARE(album->RecordCount(), 5);
 
     const QList<int> leftAlone = album->DeleteItems({2, 3, 5, 3}).leftAlone;
     QCOMPARE(leftAlone, QList<int>{5});
     QCOMPARE(Files(*album), (QStringList{"c.jpg", "b.jpg", "../outside.jpg"}));
-    QCOMPARE(SelectedFiles(*album), QStringList{"b.jpg"}); // the selection stays with its record
     QVERIFY(!QFile::exists(albumPath + QStringLiteral("/a.jpg")));
     QCOMPARE(QDir(dataHome + QStringLiteral("/Trash/files")).entryList(QDir::Files), QStringList{"a.jpg"});
     QCOMPARE(QDir(AlbumFormat::ThumbnailFolder(albumPath)).entryList(QDir::Files), QStringList{"b.jpg"});
@@ -502,28 +504,52 @@ void AlbumTest::datesAndTimes()
     QCOMPARE(written.mid(0, 17), keys);
 }
 
-// Thumbnails and tags are made on every core, yet the list is the one a file-by-file run makes.
-void AlbumTest::parallelRunMatchesOneAtATime()
+// The window's way: the work runs on a worker thread, thumbnails and tags on every core, and each
+// change to the document is carried to the interface thread, which serves its events meanwhile.
+// The list ends as a file-by-file run on one thread leaves it, and the album opened on the worker
+// (its drop folder imported there) ends living on the interface thread.
+void AlbumTest::importOnAWorkerThread()
 {
-    auto together = NewAlbum(QStringLiteral("Together"));
+    struct InterfaceThreadLink : NoProgress {
+        QObject *owner = nullptr;
+        void Apply(const std::function<void()> &change) override { QMetaObject::invokeMethod(owner, [&change] { change(); }, Qt::BlockingQueuedConnection); }
+    };
     auto single = NewAlbum(QStringLiteral("Single"));
     OrvAlbumImporter importer;
-    importer.SetDocument(together.get());
-    importer.ImportFiles({Corpus}, quiet);
     importer.SetDocument(single.get());
     for (const QFileInfo &file : QDir(Corpus).entryInfoList(QDir::Files, QDir::Name))
         importer.ImportFiles({file.absoluteFilePath()}, quiet);
-    QVERIFY(together->RecordCount() > 100);
-    QCOMPARE(together->RecordCount(), single->RecordCount());
-    for (int i = 1; i <= together->RecordCount(); ++i) {
+    QVERIFY(single->RecordCount() > 100);
+
+    const QString dropped = environment->Root() + QStringLiteral("/Dropped");
+    for (const QFileInfo &file : QDir(Corpus).entryInfoList(QDir::Files)) {
+        QFile copy(CopyAs(file.absoluteFilePath(), dropped + u'/' + AlbumFormat::DropFolderName + u'/' + file.fileName()));
+        QVERIFY(copy.open(QIODevice::ReadWrite) && copy.setFileTime(file.lastModified(), QFileDevice::FileModificationTime));
+    }
+    AlbumDocument::OpenResult opened;
+    ScriptedPrompter no;
+    no.answer = false;
+    InterfaceThreadLink link;
+    link.owner = this;
+    std::unique_ptr<QThread> worker(QThread::create([&] { opened = OpenAlbumDocument(dropped, {}, no, link); }));
+    QEventLoop loop;
+    connect(worker.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    worker->start();
+    loop.exec();
+    worker->wait();
+    QVERIFY(opened.document);
+    QCOMPARE(opened.document->thread(), thread());
+
+    const AlbumDocument *threaded = opened.document.get();
+    QCOMPARE(Files(*threaded), Files(*single));
+    for (int i = 1; i <= threaded->RecordCount(); ++i) {
         for (const QString &key : PhotoRecord::AllKeys()) {
             if (key != PhotoRecord::Archived && key != PhotoRecord::Created)
-                QCOMPARE(together->Record(key, i), single->Record(key, i));
+                QCOMPARE(threaded->Record(key, i), single->Record(key, i));
         }
-        QVERIFY(QFileInfo::exists(together->ThumbnailFilePath(i)) || together->Record(PhotoRecord::Width, i) == QLatin1String("0"));
+        QVERIFY(QFileInfo::exists(threaded->ThumbnailFilePath(i)) || threaded->Record(PhotoRecord::Width, i) == QLatin1String("0"));
     }
 }
-
 void AlbumTest::reimportKeepsWhatTheUserSet()
 {
     auto album = NewAlbum(QStringLiteral("Reread"));
@@ -536,15 +562,126 @@ void AlbumTest::reimportKeepsWhatTheUserSet()
         QVERIFY(SetRecordValue(*album, 1, EditableKey(QLatin1String(key)), QLatin1String(value)));
     QFile undated(album->PhotoFilePath(2));
     QVERIFY(undated.open(QIODevice::ReadWrite) && undated.setFileTime(QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5)), QFileDevice::FileModificationTime));
-    for (const int index : {1, 2}) {
-        album->SetCurrentIndex(index);
-        QVERIFY(importer.ReimportCurrentFile());
-    }
+    for (const int index : {1, 2})
+        QVERIFY(importer.ReimportFile(index, quiet));
     QStringList kept;
     for (const QString &key : {PhotoRecord::CaptureDate, PhotoRecord::Latitude, PhotoRecord::Longitude, PhotoRecord::Elevation, PhotoRecord::Description})
         kept << album->Record(key, 1);
     QCOMPARE(kept, (QStringList{"2001-02-03 04:05:06", "10.500000", "20.250000", "300.0", "mine"}));
     QCOMPARE(album->Record(PhotoRecord::CaptureDate, 2), QStringLiteral("2020-01-02 03:04:05"));
+}
+
+namespace {
+
+using RecordMap = QMap<QString, QString>;
+using Operation = std::function<void(AlbumDocument &, const QString &root)>;
+
+// A key never written reads as "": empty values are left out.
+QList<RecordMap> Records(const AlbumDocument &album)
+{
+    QList<RecordMap> records(album.RecordCount());
+    for (int i = 1; i <= album.RecordCount(); ++i) {
+        for (const DataList::Entry &entry : album.List().ItemAt(i)) {
+            if (!entry.value.isEmpty())
+                records[i - 1].insert(album.List().KeyName(entry.key), entry.value);
+        }
+    }
+    return records;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Operation)
+
+// A view model knows the album only through its signals: a list kept from them alone equals the
+// document's records after every operation, and its row count agrees at every signal.
+void AlbumTest::signalsTellEveryChange_data()
+{
+    QTest::addColumn<Operation>("operation");
+    static ScriptedPrompter yes;
+    static NoProgress none;
+    QTest::newRow("import") << Operation([](AlbumDocument &album, const QString &) {
+        OrvAlbumImporter importer;
+        importer.SetDocument(&album);
+        importer.ImportFiles({Corpus + QStringLiteral("drewnoakes-Nikon_D1X.jpg"), Corpus + QStringLiteral("drewnoakes-HTC_Desire.jpg")}, none);
+    });
+    QTest::newRow("outside changes: new, changed and removed files") << Operation([](AlbumDocument &album, const QString &) {
+        CopyAs(Corpus + QStringLiteral("drewnoakes-Olympus_X-2.jpg"), album.PhotoFilesFolder() + QStringLiteral("/new.jpg"));
+        QFile changed(album.PhotoFilePath(1));
+        QVERIFY(changed.open(QIODevice::Append) && changed.write("more bytes") > 0);
+        changed.close();
+        QVERIFY(QFile::remove(album.PhotoFilePath(2)));
+        ActionCheckModified(album, yes, none);
+    });
+    QTest::newRow("delete") << Operation([](AlbumDocument &album, const QString &) { // files gone already: no trash needed
+        QVERIFY(QFile::remove(album.PhotoFilePath(1)) && QFile::remove(album.PhotoFilePath(3)));
+        QCOMPARE(album.DeleteItems({3, 1}).failures.size(), 0);
+    });
+    QTest::newRow("arrange by time") << Operation([](AlbumDocument &album, const QString &) { QVERIFY(album.ActionArrangeByTimeDesc(yes)); });
+    QTest::newRow("arrange by name") << Operation([](AlbumDocument &album, const QString &) { QVERIFY(album.ActionArrangeByFileDesc(yes)); });
+    QTest::newRow("one note for many") << Operation([](AlbumDocument &album, const QString &) { QVERIFY(album.ActionSetNoteForSelectedPhotos({1, 3}, yes)); });
+    QTest::newRow("keywords paste") << Operation([](AlbumDocument &album, const QString &) { album.ActionKeywordsPaste({2, 3}, QStringLiteral("sea;sun;")); });
+    QTest::newRow("paste of copied photos") << Operation([](AlbumDocument &album, const QString &) {
+        QVERIFY(ActionCopy(album, {1, 2}));
+        QCOMPARE(ActionPaste(album, none).imported.size(), 2);
+    });
+    QTest::newRow("rotate") << Operation([](AlbumDocument &album, const QString &) { QCOMPARE(ActionRotateRight(album, {1, 3}, none), 2); });
+    QTest::newRow("GPS match") << Operation([](AlbumDocument &album, const QString &root) {
+        QByteArray points; // at the photos' capture times, each at its own height
+        for (int i = 1; i <= album.RecordCount(); ++i)
+            points += QStringLiteral("<trkpt lat=\"4%1.5\" lon=\"7\"><ele>%1</ele><time>%2Z</time></trkpt>").arg(i).arg(album.Record(PhotoRecord::CaptureDate, i).replace(u' ', u'T')).toUtf8();
+        WriteAll(root + QStringLiteral("/t.gpx"), "<gpx version=\"1.1\"><trk><trkseg>" + points + "</trkseg></trk></gpx>");
+        GpsStore store;
+        QVERIFY(ImportGPXFile(store, root + QStringLiteral("/t.gpx")).ok);
+        QCOMPARE(MatchPhotosWithTracks(album, MatchScope::AllPhotos, album.ActionSelectAllPhotos(), store, DefaultMatchWindow(0), yes, nullptr).located, 3);
+    });
+}
+
+void AlbumTest::signalsTellEveryChange()
+{
+    QFETCH(Operation, operation);
+    auto album = NewAlbum(QStringLiteral("Watched"));
+    OrvAlbumImporter importer;
+    importer.SetDocument(album.get());
+    importer.ImportFiles({Jpeg, Corpus + QStringLiteral("exif-samples-DSCN0010.jpg"), Corpus + QStringLiteral("drewnoakes-Sony_DSC-HX5V_2.jpg")}, quiet);
+    QVERIFY(album->SaveDocumentToFile().ok);
+    const QList<RecordMap> before = Records(*album);
+
+    QList<RecordMap> mirror = before;
+    bool modified = false;
+    QStringList faults;
+    AlbumDocument *watched = album.get();
+    const auto check = [&] { if (mirror.size() != watched->RecordCount()) faults << QString::number(mirror.size()); };
+    connect(watched, &AlbumDocument::RecordsInserted, this, [&](int first, int count) {
+        for (int i = first; i < first + count; ++i)
+            mirror.insert(i - 1, Records(*watched)[i - 1]);
+        check();
+    });
+    connect(watched, &AlbumDocument::RecordsRemoved, this, [&](int first, int count) { mirror.remove(first - 1, count); check(); });
+    connect(watched, &AlbumDocument::RecordsChanged, this, [&](const QList<int> &indices, const QStringList &keys) {
+        for (const int index : indices) {
+            for (const QString &key : keys) {
+                mirror[index - 1].remove(key);
+                if (!watched->Record(key, index).isEmpty())
+                    mirror[index - 1].insert(key, watched->Record(key, index));
+            }
+        }
+    });
+    connect(watched, &AlbumDocument::RecordsReordered, this, [&](const QList<int> &oldIndexOfNew) {
+        const QList<RecordMap> old = mirror;
+        for (qsizetype i = 0; i < oldIndexOfNew.size(); ++i)
+            mirror[i] = old[oldIndexOfNew[i] - 1];
+        check();
+    });
+    connect(watched, &AlbumDocument::ModifiedChanged, this, [&](bool on) { modified = on; });
+
+    operation(*album, environment->Root());
+    if (QTest::currentTestFailed())
+        return;
+    QVERIFY2(Records(*album) != before, "the operation changed nothing");
+    QCOMPARE(faults, QStringList());
+    QCOMPARE(mirror, Records(*album));
+    QVERIFY(modified && album->IsModified());
 }
 
 QTEST_GUILESS_MAIN(AlbumTest)

@@ -1,5 +1,5 @@
 #include "ui/main/CommandTable.h"
-#include "ui/main/FileChooser.h"
+#include "ui/common/FileChooser.h"
 #include "ui/main/MainWindow.h"
 #include "ui/album/AlbumWindow.h"
 #include "app/Language.h"
@@ -34,6 +34,7 @@ public:
     explicit ScriptedChooser(QStringList answers) : answers(std::move(answers)) {}
     QString ChooseFolder(QWidget *, const QString &, const QString &) override { return Next(); }
     QString ChooseNewFolder(QWidget *, const QString &, const QString &, const QString &) override { return Next(); }
+    QStringList ChooseFiles(QWidget *, const QString &, const QString &) override { return {}; }
 
 private:
     QString Next() { return answers.isEmpty() ? QString() : answers.takeFirst(); }

@@ -1,7 +1,5 @@
 #include "ui/album/AlbumCommands.h"
 
-#include "ui/album/AlbumRoles.h"
-
 #include "app/Language.h"
 #include "app/ProgressSink.h"
 #include "app/Prompter.h"
@@ -10,11 +8,8 @@
 #include "library/AlbumOpening.h"
 #include "library/InfoExchange.h"
 #include "library/PhotoEditing.h"
-#include "library/PhotoRecord.h"
 #include "library/PhotoTransfer.h"
 #include "library/RecordEdit.h"
-
-#include <QStandardItemModel>
 
 #include <functional>
 
@@ -24,7 +19,7 @@ struct LibraryCommand {
     QString name;
     bool isLong;
     // Returns whether the album may have changed.
-    std::function<bool(AlbumDocument &, Prompter &, const CommandTarget &)> run;
+    std::function<bool(AlbumDocument &, Prompter &, const CommandTarget &, ProgressSink &)> run;
 };
 
 QList<int> Targets(const CommandTarget &target)
@@ -34,50 +29,63 @@ QList<int> Targets(const CommandTarget &target)
     return target.selected;
 }
 
-bool PasteKeywords(AlbumDocument &document)
+bool PasteKeywords(AlbumDocument &document, const QList<int> &indices)
 {
     const std::optional<QString> keywords = ReadKeywordsExchange();
-    if (!keywords)
+    if (!keywords || indices.isEmpty())
         return false;
-    document.ActionKeywordsPaste(*keywords);
+    document.ActionKeywordsPaste(indices, *keywords);
     return true;
 }
 
-bool WriteMetadata(AlbumDocument &document, Prompter &prompter, const QList<int> &indices)
+bool CopyKeywords(const AlbumDocument &document, const CommandTarget &target)
 {
-    NoProgress quiet;
+    return target.current >= 1 && WriteKeywordsExchange(document.ActionKeywordsCopy(target.current), nullptr);
+}
+
+AlbumDocument::View ViewOf(const CommandTarget &target)
+{
+    return target.detail ? AlbumDocument::View::Detail : AlbumDocument::View::Thumbnails;
+}
+
+bool WriteMetadata(AlbumDocument &document, Prompter &prompter, const QList<int> &indices, ProgressSink &progress)
+{
     QStringList failures;
-    const int written = WriteMetadataOfPhotos(document, indices, quiet, &failures);
+    const int written = WriteMetadataOfPhotos(document, indices, progress, &failures);
     if (!failures.isEmpty())
         prompter.Error(GetLocalizedString(QStringLiteral("mnuWriteIPTC"), QStringLiteral("Menu")), failures.join(u'\n'));
     return written > 0;
 }
 
-// Long work runs here in the caller's thread for now, without progress; the task runner will
-// give it a worker thread, the progress window and Cancel.
+// Long commands rewrite many photo files or check the whole folder: the window runs them on a
+// worker thread, where they reach the document only through the progress link.
 const QList<LibraryCommand> &Table()
 {
+    using D = AlbumDocument;
+    using T = CommandTarget;
+    using S = ProgressSink;
     static const QList<LibraryCommand> table = {
-        {QStringLiteral("mnuByTime"), false, [](AlbumDocument &d, Prompter &p, const CommandTarget &) { return d.ActionArrangeByTime(p); }},
-        {QStringLiteral("mnuByTimeDesc"), false, [](AlbumDocument &d, Prompter &p, const CommandTarget &) { return d.ActionArrangeByTimeDesc(p); }},
-        {QStringLiteral("mnuByFile"), false, [](AlbumDocument &d, Prompter &p, const CommandTarget &) { return d.ActionArrangeByFile(p); }},
-        {QStringLiteral("mnuByFileDesc"), false, [](AlbumDocument &d, Prompter &p, const CommandTarget &) { return d.ActionArrangeByFileDesc(p); }},
-        {QStringLiteral("mnuSetNotesForMultiselection"), false, [](AlbumDocument &d, Prompter &p, const CommandTarget &) { return d.ActionSetNoteForSelectedPhotos(p); }},
-        {QStringLiteral("mnuKeywordsCopy"), false, [](AlbumDocument &d, Prompter &, const CommandTarget &) { return WriteKeywordsExchange(d.ActionKeywordsCopy(), nullptr); }},
-        {QStringLiteral("mnuKeywordsCopy1"), false, [](AlbumDocument &d, Prompter &, const CommandTarget &) { return WriteKeywordsExchange(d.ActionKeywordsCopy(), nullptr); }},
-        {QStringLiteral("mnuKeywordsPaste"), false, [](AlbumDocument &d, Prompter &, const CommandTarget &) { return PasteKeywords(d); }},
-        {QStringLiteral("mnuKeywordsPaste1"), false, [](AlbumDocument &d, Prompter &, const CommandTarget &) { return PasteKeywords(d); }},
-        {QStringLiteral("mnuEditCopy"), false, [](AlbumDocument &d, Prompter &, const CommandTarget &t) { return ActionCopy(d, Targets(t)); }},
-        {QStringLiteral("mnuEditCut"), false, [](AlbumDocument &d, Prompter &, const CommandTarget &t) { return ActionCut(d, Targets(t)); }},
-        {QStringLiteral("mnuEditPaste"), true, [](AlbumDocument &d, Prompter &, const CommandTarget &) { NoProgress quiet; ActionPaste(d, quiet); return true; }},
-        {QStringLiteral("mnuMoveToTrash"), false, [](AlbumDocument &d, Prompter &p, const CommandTarget &) { return d.ActionDelete(p); }},
-        {QStringLiteral("mnuRotateLeft"), true, [](AlbumDocument &d, Prompter &, const CommandTarget &) { NoProgress quiet; return ActionRotateLeft(d, quiet) > 0; }},
-        {QStringLiteral("mnuRotateRight"), true, [](AlbumDocument &d, Prompter &, const CommandTarget &) { NoProgress quiet; return ActionRotateRight(d, quiet) > 0; }},
-        {QStringLiteral("mnuCheckModified"), true, [](AlbumDocument &d, Prompter &p, const CommandTarget &) { NoProgress quiet; ActionCheckModified(d, p, quiet); return true; }},
-        {QStringLiteral("mnuWriteIPTC"), true, [](AlbumDocument &d, Prompter &p, const CommandTarget &t) { return WriteMetadata(d, p, Targets(t)); }},
-        {QStringLiteral("mnuWriteEXIFGPS"), true, [](AlbumDocument &d, Prompter &p, const CommandTarget &t) { return WriteMetadata(d, p, Targets(t)); }},
-        {QStringLiteral("mnuStarOn"), false, [](AlbumDocument &d, Prompter &, const CommandTarget &) { d.ActionStar(true); return true; }},
-        {QStringLiteral("mnuStarOff"), false, [](AlbumDocument &d, Prompter &, const CommandTarget &) { d.ActionStar(false); return true; }},
+        {QStringLiteral("mnuByTime"), false, [](D &d, Prompter &p, const T &, S &) { return d.ActionArrangeByTime(p); }},
+        {QStringLiteral("mnuByTimeDesc"), false, [](D &d, Prompter &p, const T &, S &) { return d.ActionArrangeByTimeDesc(p); }},
+        {QStringLiteral("mnuByFile"), false, [](D &d, Prompter &p, const T &, S &) { return d.ActionArrangeByFile(p); }},
+        {QStringLiteral("mnuByFileDesc"), false, [](D &d, Prompter &p, const T &, S &) { return d.ActionArrangeByFileDesc(p); }},
+        {QStringLiteral("mnuSetNotesForMultiselection"), false,
+         [](D &d, Prompter &p, const T &t, S &) { return d.ActionSetNoteForSelectedPhotos(Targets(t), p); }},
+        {QStringLiteral("mnuKeywordsCopy"), false, [](D &d, Prompter &, const T &t, S &) { return CopyKeywords(d, t); }},
+        {QStringLiteral("mnuKeywordsCopy1"), false, [](D &d, Prompter &, const T &t, S &) { return CopyKeywords(d, t); }},
+        {QStringLiteral("mnuKeywordsPaste"), false, [](D &d, Prompter &, const T &t, S &) { return PasteKeywords(d, Targets(t)); }},
+        {QStringLiteral("mnuKeywordsPaste1"), false, [](D &d, Prompter &, const T &t, S &) { return PasteKeywords(d, Targets(t)); }},
+        {QStringLiteral("mnuEditCopy"), false, [](D &d, Prompter &, const T &t, S &) { return ActionCopy(d, Targets(t)); }},
+        {QStringLiteral("mnuEditCut"), false, [](D &d, Prompter &, const T &t, S &) { return ActionCut(d, Targets(t)); }},
+        {QStringLiteral("mnuEditPaste"), true, [](D &d, Prompter &, const T &, S &s) { return !ActionPaste(d, s).imported.isEmpty(); }},
+        {QStringLiteral("mnuMoveToTrash"), false, [](D &d, Prompter &p, const T &t, S &) { return d.ActionDelete(Targets(t), ViewOf(t), p); }},
+        {QStringLiteral("mnuRotateLeft"), true, [](D &d, Prompter &, const T &t, S &s) { return ActionRotateLeft(d, Targets(t), s) > 0; }},
+        {QStringLiteral("mnuRotateRight"), true, [](D &d, Prompter &, const T &t, S &s) { return ActionRotateRight(d, Targets(t), s) > 0; }},
+        {QStringLiteral("mnuCheckModified"), true, [](D &d, Prompter &p, const T &, S &s) { ActionCheckModified(d, p, s); return true; }},
+        {QStringLiteral("mnuWriteIPTC"), true, [](D &d, Prompter &p, const T &t, S &s) { return WriteMetadata(d, p, Targets(t), s); }},
+        {QStringLiteral("mnuWriteEXIFGPS"), true, [](D &d, Prompter &p, const T &t, S &s) { return WriteMetadata(d, p, Targets(t), s); }},
+        {QStringLiteral("mnuStarOn"), false, [](D &d, Prompter &, const T &t, S &) { d.ActionStar(Targets(t), true); return true; }},
+        {QStringLiteral("mnuStarOff"), false, [](D &d, Prompter &, const T &t, S &) { d.ActionStar(Targets(t), false); return true; }},
     };
     return table;
 }
@@ -112,25 +120,10 @@ bool AlbumCommands::IsLong(const QString &name)
     return command && command->isLong;
 }
 
-bool AlbumCommands::Run(const QString &name, const CommandTarget &target)
+bool AlbumCommands::Run(const QString &name, const CommandTarget &target, ProgressSink &progress)
 {
     const LibraryCommand *command = Find(name);
-    if (!command)
-        return false;
-    Point(target);
-    return command->run(document, prompter, target);
-}
-
-// The document still keeps a view's selection, current photo and view kind, and its actions
-// work on those: the view's own are handed over before each command.
-void AlbumCommands::Point(const CommandTarget &target)
-{
-    document.SetView(target.detail ? AlbumDocument::View::Detail : AlbumDocument::View::Thumbnails);
-    document.SetCurrentIndex(target.current);
-    for (int index = 1; index <= document.RecordCount(); ++index)
-        document.SetSelected(index, false);
-    for (const int index : target.selected)
-        document.SetSelected(index, true);
+    return command && command->run(document, prompter, target, progress);
 }
 
 QString AlbumCommands::Path() const
@@ -180,12 +173,12 @@ Result AlbumCommands::SetAlbumTexts(const Texts &texts)
     return document.SetAlbumTexts(changed);
 }
 
-int AlbumCommands::Search(const QString &text)
+std::optional<QList<int>> AlbumCommands::Search(const QString &text) const
 {
     return document.ActionSearch(text);
 }
 
-int AlbumCommands::HighlightNotedPhotos()
+QList<int> AlbumCommands::NotedPhotos() const
 {
     return document.ActionHighlightNotedPhotos();
 }
@@ -198,36 +191,4 @@ QString AlbumCommands::FoundLabel(int count)
 Result AlbumCommands::SetRecordValue(int index, const QString &key, const QString &text)
 {
     return ::SetRecordValue(document, index, key, text);
-}
-
-void AlbumCommands::FillRows(QStandardItemModel &rows) const
-{
-    const QStringList &keys = PhotoRecord::AllKeys();
-    // Rows keep their place while their number does, so a star or a note repaints one cell and
-    // the view keeps its selection; records come and go only with a new set of rows.
-    const bool inPlace = rows.rowCount() == document.RecordCount();
-    QList<QStandardItem *> items;
-    for (int index = 1; index <= document.RecordCount(); ++index) {
-        QStandardItem *item = inPlace ? rows.item(index - 1) : new QStandardItem;
-        item->setEditable(false);
-        item->setText(document.Record(PhotoRecord::File, index));
-        item->setData(index, RecordIndexRole);
-        item->setData(document.Record(PhotoRecord::File, index), FileRole);
-        item->setData(document.PhotoFilePath(index), PhotoPathRole);
-        item->setData(document.ThumbnailFilePath(index), ThumbnailPathRole);
-        item->setData(document.Record(PhotoRecord::Star, index) == QLatin1String("1"), StarRole);
-        item->setData(document.IsHighlighted(index), HighlightRole);
-        item->setData(document.Record(PhotoRecord::Description, index), DescriptionRole);
-        item->setData(document.Record(PhotoRecord::Keywords, index), KeywordsRole);
-        item->setData(document.Record(PhotoRecord::CaptureDate, index), CaptureDateRole);
-        QVariantMap record;
-        for (const QString &key : keys)
-            record.insert(key, document.Record(key, index));
-        item->setData(record, RecordRole);
-        items << item;
-    }
-    if (inPlace)
-        return;
-    rows.clear();
-    rows.invisibleRootItem()->appendRows(items);
 }

@@ -6,9 +6,11 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 class AlbumDocument;
+class ProgressSink;
 class Prompter;
-class QStandardItemModel;
 
 // The photos a command works on, as the view that gives it sees them: record indices from 1.
 struct CommandTarget {
@@ -28,8 +30,10 @@ public:
     // Rewrites of many photo files or whole-folder checks: work for the task runner.
     static bool IsLong(const QString &name);
     // Carries out the command; false when the album is left as it was (refused, cancelled, or a
-    // name this class does not know).
-    bool Run(const QString &name, const CommandTarget &target);
+    // name this class does not know). A long command may run on a worker thread: it then touches
+    // the document only through `progress` and asks its questions through a prompter that may be
+    // called from there.
+    bool Run(const QString &name, const CommandTarget &target, ProgressSink &progress);
 
     QString Path() const;
     bool IsModified() const;
@@ -44,20 +48,14 @@ public:
     Texts AlbumTexts() const;
     Result SetAlbumTexts(const Texts &texts);
 
-    // Highlights what the text finds; the count, or -1 for an empty text.
-    int Search(const QString &text);
-    int HighlightNotedPhotos();
+    // The records the text finds, for the view to highlight; nothing for an empty text.
+    std::optional<QList<int>> Search(const QString &text) const;
+    QList<int> NotedPhotos() const;
     static QString FoundLabel(int count);
     // A value typed into a record ("Description", "Keywords").
     Result SetRecordValue(int index, const QString &key, const QString &text);
 
-    // The model's seat: fills the rows with the roles of AlbumRoles.h from the records, until
-    // the album model that follows the document's change notices takes its place.
-    void FillRows(QStandardItemModel &rows) const;
-
 private:
-    void Point(const CommandTarget &target);
-
     AlbumDocument &document;
     Prompter &prompter;
 };

@@ -1,12 +1,15 @@
 #include "ui/album/AlbumWindow.h"
 
 #include "ui/album/AlbumCommands.h"
+#include "ui/album/AlbumModel.h"
 #include "ui/album/AlbumRoles.h"
 #include "ui/album/DetailView.h"
 #include "ui/album/ExtraPanel.h"
-#include "ui/album/MessageBoxPrompter.h"
+#include "ui/common/FileChooser.h"
 #include "ui/album/ThumbnailCache.h"
 #include "ui/album/ThumbnailView.h"
+#include "ui/common/DialogPrompter.h"
+#include "ui/common/TaskRunner.h"
 
 #include "app/Language.h"
 #include "app/Settings.h"
@@ -19,7 +22,6 @@
 #include <QLineEdit>
 #include <QSplitter>
 #include <QStackedWidget>
-#include <QStandardItemModel>
 #include <QVBoxLayout>
 
 namespace {
@@ -32,8 +34,9 @@ QString FormText(const char *key, const char *section = "Form")
 } // namespace
 
 AlbumWindow::AlbumWindow(std::unique_ptr<AlbumDocument> opened, QWidget *parent)
-    : QWidget(parent), document(std::move(opened)), prompter(std::make_unique<MessageBoxPrompter>(this)),
-      commands(std::make_unique<AlbumCommands>(*document, *prompter)), rows(new QStandardItemModel(this)),
+    : QWidget(parent), document(std::move(opened)), runner(std::make_unique<TaskRunner>(this)),
+      prompter(std::make_unique<DialogPrompter>(this, runner->Calls())), chooser(std::make_unique<DialogFileChooser>()),
+      commands(std::make_unique<AlbumCommands>(*document, *prompter)), rows(new AlbumModel(*document, this)),
       thumbnails(new ThumbnailCache(qint64(64) * 1024 * 1024, this))
 {
     setObjectName(QStringLiteral("frmDocument"));
@@ -43,14 +46,18 @@ AlbumWindow::AlbumWindow(std::unique_ptr<AlbumDocument> opened, QWidget *parent)
     BuildCommands();
     BuildPhotoMenu();
     SetUIByDataList();
-    RefreshRows();
+    RefreshNumberLabel();
     if (rows->rowCount() > 0)
         grid->SetCurrentRecord(1);
     RefreshCaption();
+    connect(runner.get(), &TaskRunner::Finished, this, &AlbumWindow::WorkFinished);
 }
 
 AlbumWindow::~AlbumWindow()
 {
+    // Work still running is stopped while the views and the document are all there: its last
+    // changes and questions are answered on the way.
+    runner.reset();
     // The views go first and quietly: one that loses its rows while going may still report a
     // current photo, or hand on a note typed into the side panel.
     grid->selectionModel()->disconnect(this);
@@ -115,6 +122,10 @@ void AlbumWindow::BuildLayout(bool showFileNames)
     layout->addLayout(fields);
     layout->addWidget(splitter, 1);
 
+    connect(grid, &OrvThumbnailView::FilesDropped, this, [this](const QStringList &paths) {
+        if (!IsWorking())
+            ImportPaths(paths);
+    });
     connect(grid, &OrvThumbnailView::OpenRequested, this, [this](const QModelIndex &index) { ShowDetail(index.row()); });
     connect(grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex &index) { CurrentRowChanged(index.row()); });
@@ -123,8 +134,13 @@ void AlbumWindow::BuildLayout(bool showFileNames)
     connect(panel, &OrvExtraPanel::ValueEdited, this, [this](int record, const QString &key, const QString &text) {
         if (const Result written = commands->SetRecordValue(record, key, text); !written)
             prompter->Error(GetLocalizedString(key, QStringLiteral("InfoList")), written.message);
-        RefreshRows();
     });
+    // The views follow the model, which follows the document; what sits beside them follows here.
+    connect(rows, &QAbstractItemModel::dataChanged, panel, &OrvExtraPanel::RowsChanged);
+    connect(rows, &QAbstractItemModel::rowsInserted, this, [this] { RefreshNumberLabel(); });
+    connect(rows, &QAbstractItemModel::rowsRemoved, this, [this] { RefreshNumberLabel(); });
+    connect(document.get(), &AlbumDocument::ModifiedChanged, this, &AlbumWindow::RefreshCaption);
+    connect(document.get(), &AlbumDocument::AlbumTextsChanged, this, &AlbumWindow::SetUIByDataList);
 }
 
 QString AlbumWindow::Path() const
@@ -135,13 +151,6 @@ QString AlbumWindow::Path() const
 AlbumDocument &AlbumWindow::Document()
 {
     return *document;
-}
-
-bool AlbumWindow::CloseAlbum()
-{
-    panel->Commit();
-    SetDataListByUI();
-    return !document->IsModified() || document->SaveDocumentToFile().ok;
 }
 
 void AlbumWindow::ShowDetail(int row)
@@ -173,11 +182,14 @@ void AlbumWindow::CurrentRowChanged(int row)
 void AlbumWindow::Search()
 {
     panel->Commit();
-    const int found = commands->Search(search->text());
-    if (found < 0)
-        return;
-    RefreshRows();
-    RefreshNumberLabel(AlbumCommands::FoundLabel(found));
+    if (const std::optional<QList<int>> found = commands->Search(search->text()))
+        ShowHighlights(*found);
+}
+
+void AlbumWindow::ShowHighlights(const QList<int> &found)
+{
+    rows->SetHighlighted(found);
+    RefreshNumberLabel(AlbumCommands::FoundLabel(int(found.size())));
 }
 
 void AlbumWindow::SetUIByDataList()
@@ -196,14 +208,6 @@ void AlbumWindow::SetDataListByUI()
         SetUIByDataList();
         prompter->Error(FormText("Identification"), stored.message);
     }
-    RefreshCaption();
-}
-
-void AlbumWindow::RefreshRows()
-{
-    commands->FillRows(*rows);
-    panel->Reload();
-    RefreshNumberLabel();
     RefreshCaption();
 }
 

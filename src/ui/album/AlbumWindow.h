@@ -6,7 +6,12 @@
 
 class AlbumCommands;
 class AlbumDocument;
-class MessageBoxPrompter;
+class AlbumModel;
+struct ImportReport;
+class DialogPrompter;
+class FileChooser;
+class ProgressSink;
+class TaskRunner;
 class OrvDetailView;
 class OrvExtraPanel;
 class OrvThumbnailView;
@@ -14,7 +19,6 @@ class QLabel;
 class QLineEdit;
 class QMenu;
 class QStackedWidget;
-class QStandardItemModel;
 class ThumbnailCache;
 struct CommandTarget;
 
@@ -32,16 +36,29 @@ public:
 
     // The commands this window carries out; the main window enables its album commands by them.
     bool HasCommand(const QString &name) const;
-    // Carries out one command; false when this window has no such command.
+    // Carries out one command; false when this window has no such command, or while long work
+    // of this album runs (its commands wait for it).
     bool RunCommand(const QString &name);
+    // Long work of this album runs on a worker thread; its commands are refused meanwhile.
+    bool IsWorking() const;
 
-    // Saves a modified album and lets long work stop at the photo in hand; false keeps the
-    // window open (the user cancelled, or saving failed and the user chose to stay).
+    // Brings the files and folders into the album as long work; the report follows when not clean.
+    void ImportPaths(const QStringList &paths);
+    // Copies the photos of a camera or card into the album and brings them in, as long work.
+    void ImportCardPhotos(const QStringList &photos);
+    // The pickers of the import commands.
+    void SetFileChooser(std::unique_ptr<FileChooser> chooser);
+
+    // Saves a modified album; false keeps the window open (saving failed). While long work runs
+    // it asks the work to stop and returns false: once the work has stopped at the photo in hand,
+    // the window saves and closes its sub-window itself.
     bool CloseAlbum();
 
 signals:
     // The folder name, with "*" while there are unsaved changes.
     void CaptionChanged(const QString &caption);
+    // Long work began or ended: the main window disables or enables this album's commands.
+    void WorkingChanged(bool working);
 
 private:
     struct Command {
@@ -53,6 +70,13 @@ private:
     void BuildLayout(bool showFileNames);
     void BuildPhotoMenu();
     void RunLibraryCommand(const QString &name);
+    void AfterLibraryCommand(const QString &name, int current, int countBefore);
+    bool StartWork(const QString &title, std::function<void(ProgressSink &)> work, std::function<void()> after);
+    void WorkFinished();
+    void CloseContainer();
+    void ImportChosenFiles();
+    void ImportChosenFolder();
+    void RunImport(std::function<ImportReport(ProgressSink &)> import);
     CommandTarget Target() const;
     void SelectRows(const std::function<bool(int row)> &wanted);
     void ShowDetail(int row);
@@ -61,16 +85,21 @@ private:
     void Search();
     void SetUIByDataList();
     void SetDataListByUI();
-    void RefreshRows();
+    void ShowHighlights(const QList<int> &found);
     void RefreshNumberLabel(const QString &found = QString());
     void RefreshCaption();
     QString CurrentPhotoPath() const;
 
     std::unique_ptr<AlbumDocument> document;
-    std::unique_ptr<MessageBoxPrompter> prompter;
+    // Beside the window rather than its child: it outlives the views while stopping work.
+    std::unique_ptr<TaskRunner> runner;
+    std::unique_ptr<DialogPrompter> prompter;
+    std::unique_ptr<FileChooser> chooser;
+    std::function<void()> afterWork;
+    bool closeWhenStopped = false;
     std::unique_ptr<AlbumCommands> commands;
     std::vector<Command> table;
-    QStandardItemModel *rows;
+    AlbumModel *rows;
     ThumbnailCache *thumbnails;
     OrvThumbnailView *grid = nullptr;
     OrvDetailView *detail = nullptr;

@@ -4,20 +4,21 @@
 #include "ui/album/AlbumWindow.h"
 
 #include "ui/album/AlbumCommands.h"
+#include "ui/album/AlbumModel.h"
 #include "ui/album/AlbumRoles.h"
 #include "ui/album/DesktopShell.h"
 #include "ui/album/DetailView.h"
 #include "ui/album/ExtraPanel.h"
-#include "ui/album/MessageBoxPrompter.h"
+#include "ui/common/DialogPrompter.h"
 #include "ui/album/ThumbnailCache.h"
 #include "ui/album/ThumbnailView.h"
 
 #include "app/Language.h"
+#include "app/ProgressSink.h"
 
 #include <QDir>
 #include <QMenu>
 #include <QStackedWidget>
-#include <QStandardItemModel>
 
 #include <algorithm>
 
@@ -83,11 +84,7 @@ void AlbumWindow::BuildCommands()
             ShowGrid();
     };
     const auto showExtra = [this] { panel->setVisible(!panel->isVisible()); };
-    const auto highlightNoted = [this] {
-        const int found = commands->HighlightNotedPhotos();
-        RefreshRows();
-        RefreshNumberLabel(AlbumCommands::FoundLabel(found));
-    };
+    const auto highlightNoted = [this] { ShowHighlights(commands->NotedPhotos()); };
 
     const std::vector<Command> own = {
         {QStringLiteral("mnuSelectAll"), false, selectAll},
@@ -103,6 +100,8 @@ void AlbumWindow::BuildCommands()
         {QStringLiteral("mnuThumbnailItem"), false, switchView},
         {QStringLiteral("mnuShowExtra"), false, showExtra},
         {QStringLiteral("mnuHighlightNotedPhotos"), false, highlightNoted},
+        {QStringLiteral("mnuFileImport"), true, [this] { ImportChosenFiles(); }},
+        {QStringLiteral("mnuFolderImport"), true, [this] { ImportChosenFolder(); }},
     };
     table.insert(table.end(), own.begin(), own.end());
 }
@@ -116,7 +115,7 @@ bool AlbumWindow::RunCommand(const QString &name)
 {
     const auto command =
         std::find_if(table.begin(), table.end(), [&name](const Command &entry) { return entry.name == name; });
-    if (command == table.end())
+    if (command == table.end() || IsWorking())
         return false;
     panel->Commit();
     SetDataListByUI();
@@ -147,13 +146,24 @@ void AlbumWindow::RunLibraryCommand(const QString &name)
 {
     const CommandTarget target = Target();
     const int countBefore = rows->rowCount();
-    if (!commands->Run(name, target))
+    if (!AlbumCommands::IsLong(name)) {
+        NoProgress quiet;
+        if (commands->Run(name, target, quiet))
+            AfterLibraryCommand(name, target.current, countBefore);
         return;
+    }
+    // The views show what the work changed as it goes; what follows the whole run waits for it.
+    StartWork(GetLocalizedString(QStringLiteral("Processing"), QStringLiteral("General")),
+              [this, name, target](ProgressSink &progress) { commands->Run(name, target, progress); },
+              [this, name, target, countBefore] { AfterLibraryCommand(name, target.current, countBefore); });
+}
+
+void AlbumWindow::AfterLibraryCommand(const QString &name, int current, int countBefore)
+{
     if (RewritesPictures(name)) {
         thumbnails->Clear();
         detail->ForgetPictures();
     }
-    RefreshRows();
     const int count = rows->rowCount();
     if (count == 0) {
         ShowGrid();
@@ -165,10 +175,10 @@ void AlbumWindow::RunLibraryCommand(const QString &name)
         grid->clearSelection();
         grid->SetCurrentRecord(1);
     } else if (count != countBefore) {
-        grid->SetCurrentRecord(std::clamp(target.current, 1, count));
+        grid->SetCurrentRecord(std::clamp(current, 1, count));
     }
     if (views->currentWidget() == detail)
-        detail->ShowRow(Arranges(name) ? 0 : std::clamp(target.current, 1, count) - 1);
+        detail->ShowRow(Arranges(name) ? 0 : std::clamp(current, 1, count) - 1);
 }
 
 void AlbumWindow::BuildPhotoMenu()

@@ -78,6 +78,12 @@ void OrvExtraPanel::Fill()
     filling = false;
 }
 
+void OrvExtraPanel::RowsChanged(const QModelIndex &from, const QModelIndex &to)
+{
+    if (current.isValid() && current.row() >= from.row() && current.row() <= to.row())
+        Fill();
+}
+
 void OrvExtraPanel::Commit()
 {
     if (!current.isValid())

@@ -19,6 +19,9 @@ public:
     void SetCurrent(const QModelIndex &index);
     // Shows the current photo's values again, after the album changed them.
     void Reload() { Fill(); }
+    // Rows of the model changed: reloads when the current photo is among them, so what is being
+    // typed for it is not overwritten by a change to another photo.
+    void RowsChanged(const QModelIndex &from, const QModelIndex &to);
     // Hands on what was typed and not yet handed on.
     void Commit();
 

@@ -4,7 +4,10 @@
 #include "ui/album/ThumbnailCache.h"
 #include "ui/album/ThumbnailDelegate.h"
 
+#include <QDropEvent>
 #include <QKeyEvent>
+#include <QMimeData>
+#include <QUrl>
 #include <QSet>
 
 #include <algorithm>
@@ -26,6 +29,10 @@ OrvThumbnailView::OrvThumbnailView(ThumbnailCache &thumbnails, bool showFileName
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setContextMenuPolicy(Qt::ActionsContextMenu);
     setItemDelegate(delegate);
+    // Only files from outside are taken: the cells themselves are never dragged.
+    setDragDropMode(QAbstractItemView::DropOnly);
+    // Drops are delivered to the viewport, which takes them only when it says so itself.
+    viewport()->setAcceptDrops(true);
 
     // Scrolling settles before queued thumbnails of cells gone by are dropped.
     settle.setSingleShot(true);
@@ -97,6 +104,45 @@ void OrvThumbnailView::resizeEvent(QResizeEvent *event)
 {
     QListView::resizeEvent(event);
     settle.start();
+}
+
+namespace {
+
+QStringList LocalPaths(const QMimeData *data)
+{
+    QStringList paths;
+    if (!data || !data->hasUrls())
+        return paths;
+    for (const QUrl &url : data->urls()) {
+        if (url.isLocalFile())
+            paths << url.toLocalFile();
+    }
+    return paths;
+}
+
+} // namespace
+
+void OrvThumbnailView::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (LocalPaths(event->mimeData()).isEmpty())
+        return event->ignore();
+    event->acceptProposedAction();
+}
+
+void OrvThumbnailView::dragMoveEvent(QDragMoveEvent *event)
+{
+    if (LocalPaths(event->mimeData()).isEmpty())
+        return event->ignore();
+    event->acceptProposedAction();
+}
+
+void OrvThumbnailView::dropEvent(QDropEvent *event)
+{
+    const QStringList paths = LocalPaths(event->mimeData());
+    if (paths.isEmpty())
+        return event->ignore();
+    event->acceptProposedAction();
+    emit FilesDropped(paths);
 }
 
 void OrvThumbnailView::Repaint(const QString &path)

@@ -24,11 +24,16 @@ public:
 signals:
     // Double-click or Enter on a cell: show that photo alone.
     void OpenRequested(const QModelIndex &index);
+    // Files or folders dropped from a file manager, to be imported.
+    void FilesDropped(const QStringList &paths);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
     void resizeEvent(QResizeEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     void Repaint(const QString &path);

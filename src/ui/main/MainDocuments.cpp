@@ -6,7 +6,7 @@
 #include "library/AlbumOpening.h"
 
 #include "ui/main/AlbumSubWindow.h"
-#include "ui/main/FileChooser.h"
+#include "ui/common/FileChooser.h"
 #include "ui/main/WelcomeWindow.h"
 #include "ui/album/AlbumWindow.h"
 #include "app/Language.h"

@@ -4,7 +4,7 @@
 #include "ui/main/AlbumSubWindow.h"
 #include "ui/main/CommandIcons.h"
 #include "ui/main/CommandTable.h"
-#include "ui/main/FileChooser.h"
+#include "ui/common/FileChooser.h"
 #include "ui/main/OptionsWindow.h"
 #include "ui/main/WelcomeWindow.h"
 #include "ui/album/AlbumWindow.h"

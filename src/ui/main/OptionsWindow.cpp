@@ -1,6 +1,6 @@
 #include "ui/main/OptionsWindow.h"
 
-#include "ui/main/FileChooser.h"
+#include "ui/common/FileChooser.h"
 #include "ui/Localize.h"
 #include "app/Language.h"
 #include "app/Paths.h"

@@ -1,0 +1,151 @@
+// The album window's long work: commands and imports run on a worker thread through the task
+// runner, while the window stays responsive and its commands wait.
+
+#include "ui/album/AlbumWindow.h"
+
+#include "ui/album/ExtraPanel.h"
+#include "ui/common/FileChooser.h"
+
+#include <QDir>
+#include "ui/common/DialogPrompter.h"
+#include "ui/common/TaskRunner.h"
+
+#include "app/Language.h"
+#include "app/ProgressSink.h"
+#include "library/AlbumDocument.h"
+#include "library/CameraImport.h"
+#include "library/OrvAlbumImporter.h"
+
+#include <QMdiSubWindow>
+#include <QMenu>
+
+namespace {
+
+QString GeneralText(const char *key)
+{
+    return GetLocalizedString(QString::fromLatin1(key), QStringLiteral("General"));
+}
+
+QString MenuText(const char *key)
+{
+    return GetLocalizedString(QString::fromLatin1(key), QStringLiteral("Menu"));
+}
+
+// One line per file, with its reason.
+QString ReportText(const ImportReport &report)
+{
+    QStringList lines;
+    for (const QList<FileProblem> *problems : {&report.notImported, &report.warnings}) {
+        for (const FileProblem &problem : *problems)
+            lines << problem.path + QStringLiteral(": ") + problem.reason;
+    }
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+bool AlbumWindow::IsWorking() const
+{
+    return runner->Running();
+}
+
+bool AlbumWindow::StartWork(const QString &title, std::function<void(ProgressSink &)> work, std::function<void()> after)
+{
+    if (!runner->Start(title, std::move(work)))
+        return false;
+    afterWork = std::move(after);
+    photoMenu->setEnabled(false);
+    emit WorkingChanged(true);
+    return true;
+}
+
+void AlbumWindow::WorkFinished()
+{
+    photoMenu->setEnabled(true);
+    if (const std::function<void()> after = std::exchange(afterWork, {}))
+        after();
+    emit WorkingChanged(false);
+    if (std::exchange(closeWhenStopped, false) && CloseAlbum())
+        CloseContainer();
+}
+
+bool AlbumWindow::CloseAlbum()
+{
+    if (IsWorking()) {
+        // Never wait here for the worker: the interface thread answers its changes and questions.
+        closeWhenStopped = true;
+        runner->RequestStop();
+        return false;
+    }
+    panel->Commit();
+    SetDataListByUI();
+    if (!document->IsModified())
+        return true;
+    const Result saved = document->SaveDocumentToFile();
+    if (!saved)
+        prompter->Error(MenuText("mnuFileSave"), saved.message);
+    return saved.ok;
+}
+
+// The main window shows the album in a sub-window of its document area; on its own (tests, a
+// window of its own) the album window closes itself.
+void AlbumWindow::CloseContainer()
+{
+    if (auto *sub = qobject_cast<QMdiSubWindow *>(parentWidget()))
+        sub->close();
+    else
+        close();
+}
+
+void AlbumWindow::SetFileChooser(std::unique_ptr<FileChooser> picker)
+{
+    chooser = std::move(picker);
+}
+
+void AlbumWindow::ImportChosenFiles()
+{
+    ImportPaths(chooser->ChooseFiles(this, MenuText("mnuFileImport"), QDir::homePath()));
+}
+
+void AlbumWindow::ImportChosenFolder()
+{
+    const QString folder = chooser->ChooseFolder(this, MenuText("mnuFolderImport"), QDir::homePath());
+    if (!folder.isEmpty())
+        ImportPaths({folder});
+}
+
+void AlbumWindow::ImportPaths(const QStringList &paths)
+{
+    if (paths.isEmpty())
+        return;
+    // Made here: the importer reads its settings once, on the interface thread.
+    auto importer = std::make_shared<OrvAlbumImporter>();
+    importer->SetDocument(document.get());
+    RunImport([importer, paths](ProgressSink &progress) { return importer->ImportFiles(paths, progress); });
+}
+
+void AlbumWindow::ImportCardPhotos(const QStringList &photos)
+{
+    if (photos.isEmpty())
+        return;
+    AlbumDocument *album = document.get();
+    RunImport([album, photos](ProgressSink &progress) { return ::ImportCardPhotos(*album, photos, progress); });
+}
+
+void AlbumWindow::RunImport(std::function<ImportReport(ProgressSink &)> import)
+{
+    auto report = std::make_shared<ImportReport>();
+    StartWork(
+        GeneralText("Importing"),
+        [import = std::move(import), report](ProgressSink &progress) { *report = import(progress); },
+        [this, report] {
+            // Every photo brought in keeps its record, even when the run was cancelled.
+            if (document->IsModified()) {
+                if (const Result saved = document->SaveDocumentToFile(); !saved)
+                    prompter->Error(MenuText("mnuFileSave"), saved.message);
+            }
+            // A window closing when the work has stopped goes without further questions.
+            if (!report->Clean() && !closeWhenStopped)
+                prompter->Inform(GeneralText("Importing"), ReportText(*report));
+        });
+}
