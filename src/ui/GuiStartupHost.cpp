@@ -29,7 +29,12 @@ void GuiStartupHost::Inform(const QString &text)
 void GuiStartupHost::LoadMapServerTemplates() {}
 void GuiStartupHost::ShowUpdaterWindow() {}
 void GuiStartupHost::DiscoverPlugins() {}
-void GuiStartupHost::CameraImportToAlbum() {}
+// The card that started the program is mounted, so it is among the cards the window lists.
+void GuiStartupHost::CameraImportToAlbum()
+{
+    if (main)
+        main->CameraImportToAlbum();
+}
 void GuiStartupHost::ShowGpsWindow() {}
 
 void GuiStartupHost::ShowWelcomeWindow()

@@ -216,7 +216,7 @@ void AlbumWindowTest::bindings()
         QDir().mkpath(card + QStringLiteral("/DCIM/100CANON"));
         for (const QString &photo : {Photos[0], QStringLiteral("exif-samples-DSCN0021.jpg")})
             QFile::copy(Corpus + photo, card + QStringLiteral("/DCIM/100CANON/") + photo);
-        CameraImportWindow camera(card, {&window}, [&window](const QString &) { return &window; });
+        CameraImportWindow camera(card, {&window}, [&window](const QString &, const std::function<void(AlbumWindow *)> &opened) { opened(&window); });
         QTRY_VERIFY_WITH_TIMEOUT(!camera.IsListing() && camera.Photos().size() == 2, 20000);
         camera.findChild<QPushButton *>(QStringLiteral("Import"))->click();
         QTRY_VERIFY_WITH_TIMEOUT(!window.IsWorking(), 20000);

@@ -22,6 +22,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QPointer>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -144,24 +145,37 @@ void CameraImportWindow::AddTarget(AlbumWindow *album)
 void CameraImportWindow::TargetChosen(int index)
 {
     const QVariant data = targets->itemData(index);
-    AlbumWindow *chosen = nullptr;
+    QString folder;
     if (data == QVariant(OtherAlbum)) {
-        const QString folder = chooser->ChooseFolder(this, FormText("CameraOtherAlbum"), GetLibraryPath());
-        chosen = folder.isEmpty() ? nullptr : openAlbum(folder);
+        folder = chooser->ChooseFolder(this, FormText("CameraOtherAlbum"), GetLibraryPath());
     } else if (data == QVariant(NewAlbum)) {
         const QString parentFolder = chooser->ChooseFolder(this, FormText("NewAlbum"), GetLibraryPath());
         const QString name = parentFolder.isEmpty() ? QString()
                                                     : QInputDialog::getText(this, FormText("NewAlbum"), Text("NameNewAlbum", "OrvDocument"));
         if (!name.trimmed().isEmpty()) {
-            const QString path = parentFolder + u'/' + name.trimmed();
-            if (const Result made = CreateNewAlbum(path); made)
-                chosen = openAlbum(path);
-            else
+            folder = parentFolder + u'/' + name.trimmed();
+            if (const Result made = CreateNewAlbum(folder); !made) {
                 QMessageBox::warning(this, FormText("NewAlbum"), Text("MessageFailToCreateAlbum", "OrvDocument"));
+                folder.clear();
+            }
         }
     } else {
         lastTarget = index;
     }
+    if (folder.isEmpty()) {
+        TargetOpened(nullptr);
+        return;
+    }
+    // Until the album is open the choice stays where it was.
+    targets->setCurrentIndex(lastTarget);
+    openAlbum(folder, [window = QPointer<CameraImportWindow>(this)](AlbumWindow *album) {
+        if (window)
+            window->TargetOpened(album);
+    });
+}
+
+void CameraImportWindow::TargetOpened(AlbumWindow *chosen)
+{
     if (chosen) {
         AddTarget(chosen);
         lastTarget = targets->findData(QVariant::fromValue<QObject *>(chosen));

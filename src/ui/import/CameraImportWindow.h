@@ -17,9 +17,10 @@ class QListWidget;
 class QPushButton;
 class TaskRunner;
 
-// Opens the album at that folder in the main window (or finds it open) and returns its window;
-// null when it could not be opened.
-using OpenAlbumWindow = std::function<AlbumWindow *(const QString &albumPath)>;
+// Opens the album at that folder in the main window (or finds it open) and hands its window to
+// `opened` once it is open, which may be after the album was read on a worker thread; null when
+// it could not be opened.
+using OpenAlbumWindow = std::function<void(const QString &albumPath, std::function<void(AlbumWindow *)> opened)>;
 
 // Shows the camera import window over `parent`: the photos of a camera, card or phone (`device`,
 // or the cards found mounted when it is ""), to be copied into an album. The import itself runs
@@ -44,6 +45,7 @@ public:
 private:
     void AddTarget(AlbumWindow *album);
     void TargetChosen(int index);
+    void TargetOpened(AlbumWindow *album);
     void ListCard();
     void ShowPhotos();
     AlbumWindow *Target() const;

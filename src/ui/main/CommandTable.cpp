@@ -37,7 +37,7 @@ const std::vector<CommandRow> &MainCommands()
         {"mnuClearRecentDocs", "Menu", "mnuRecentDocs", "", "edit-clear-history", Always, Main, &MainWindow::mnuClearRecentDocs_Click, false, true},
         {"mnuFileImport", "Menu", "mnuFile", "", "document-import", WithAlbum, Album, nullptr, false, true},
         {"mnuFolderImport", "Menu", "mnuFile", "", "", WithAlbum, Album, nullptr, false, false},
-        {"mnuCameraImport", "Menu", "mnuFile", "", "camera-photo", Always, NotBuilt, nullptr, false, false},
+        {"mnuCameraImport", "Menu", "mnuFile", "", "camera-photo", Always, Main, &MainWindow::mnuCameraImport_Click, true, false},
         {"mnuFileSave", "Menu", "mnuFile", "Ctrl+S", "document-save", WithAlbum, Main, &MainWindow::mnuFileSave_Click, true, true},
         {"mnuFileClose", "Menu", "mnuFile", "Ctrl+W", "document-close", WithAlbum, Main, &MainWindow::mnuFileClose_Click, false, false},
         {"mnuPrint", "Menu", "mnuFile", "Ctrl+P", "document-print", WithAlbum, Album, nullptr, false, true},

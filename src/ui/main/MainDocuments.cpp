@@ -3,6 +3,7 @@
 
 #include "ui/common/ForwardingPrompter.h"
 #include "ui/common/TaskRunner.h"
+#include "ui/import/CameraImportWindow.h"
 #include "library/AlbumOpening.h"
 
 #include "ui/main/AlbumSubWindow.h"
@@ -76,23 +77,30 @@ void MainWindow::mnuFileOpenFolder_Click()
         OpenAlbum(path); // the library's opening rules make a plain folder a folder album
 }
 
-void MainWindow::OpenAlbum(const QString &path)
+void MainWindow::OpenAlbum(const QString &path, const std::function<void(AlbumWindow *)> &opened)
 {
+    const auto tell = [opened](AlbumWindow *album) {
+        if (opened)
+            opened(album);
+    };
     if (QMdiSubWindow *open = FindAlbumWindow(path)) {
         documents->setActiveSubWindow(open);
         AlbumOpened(path);
+        tell(qobject_cast<AlbumWindow *>(open->widget()));
         return;
     }
     // One album opens at a time; a second request while the first is read is dropped, as a
     // double click on a slow disk would otherwise open the album twice.
-    if (opener->Running())
+    if (opener->Running()) {
+        tell(nullptr);
         return;
-    auto opened = std::make_shared<AlbumDocument::OpenResult>();
+    }
+    auto result = std::make_shared<AlbumDocument::OpenResult>();
     auto asking = std::make_shared<ForwardingPrompter>(*prompter, opener->Calls());
-    connect(opener.get(), &TaskRunner::Finished, this, [this, path, opened](bool) { ShowOpenedAlbum(path, *opened); },
+    connect(opener.get(), &TaskRunner::Finished, this, [this, path, result, tell](bool) { tell(ShowOpenedAlbum(path, *result)); },
             Qt::SingleShotConnection);
     opener->Start(GetLocalizedString(QStringLiteral("Processing"), QStringLiteral("General")),
-                  [path, opened, asking](ProgressSink &progress) { *opened = OpenAlbumDocument(path, {}, *asking, progress); });
+                  [path, result, asking](ProgressSink &progress) { *result = OpenAlbumDocument(path, {}, *asking, progress); });
 }
 
 bool MainWindow::IsOpening() const
@@ -100,17 +108,17 @@ bool MainWindow::IsOpening() const
     return opener->Running();
 }
 
-void MainWindow::ShowOpenedAlbum(const QString &path, AlbumDocument::OpenResult &opened)
+AlbumWindow *MainWindow::ShowOpenedAlbum(const QString &path, AlbumDocument::OpenResult &opened)
 {
     if (!opened.document) {
         FailToOpen();
-        return;
+        return nullptr;
     }
     // A list that cannot be read is not shown as an empty album that the user might fill
     // and lose: nothing opens and nothing is written.
     if (!opened.load) {
         FailToOpen(opened.load.message);
-        return;
+        return nullptr;
     }
     if (!opened.imported.Clean())
         ReportImport(opened.imported);
@@ -120,6 +128,28 @@ void MainWindow::ShowOpenedAlbum(const QString &path, AlbumDocument::OpenResult 
     window->show();
     documents->setActiveSubWindow(window);
     AlbumOpened(path);
+    return album;
+}
+
+QList<AlbumWindow *> MainWindow::AlbumWindows() const
+{
+    QList<AlbumWindow *> albums;
+    for (QMdiSubWindow *window : documents->subWindowList()) {
+        if (auto *album = qobject_cast<AlbumWindow *>(window->widget()))
+            albums << album;
+    }
+    return albums;
+}
+
+void MainWindow::CameraImportToAlbum(const QString &device)
+{
+    ShowCameraImport(this, device, AlbumWindows(),
+                     [this](const QString &path, const std::function<void(AlbumWindow *)> &opened) { OpenAlbum(path, opened); });
+}
+
+void MainWindow::mnuCameraImport_Click()
+{
+    CameraImportToAlbum();
 }
 
 // What opening brought in from the drop folder or found outside, and could not take in whole.

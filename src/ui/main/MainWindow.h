@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QMainWindow>
 #include <QPointer>
+#include <functional>
 #include <memory>
 
 class AlbumWindow;
@@ -46,6 +47,9 @@ public:
     void NewDoc();
     void ConvertDoc();
     void ShowWelcomeWindow();
+    // The camera-import window over the main window: the photos of `device`, or of every card,
+    // camera and phone found mounted when it is "".
+    void CameraImportToAlbum(const QString &device = {});
     // Whether the albums show as tabs (else as separate windows), from the settings file.
     void ApplyDocumentMode();
 
@@ -58,6 +62,7 @@ public:
     void mnuFileClose_Click();
     void mnuFileExit_Click();
     void mnuClearRecentDocs_Click();
+    void mnuCameraImport_Click();
     void mnuWindowCascade_Click();
     void mnuWindowTileHorizontal_Click();
     void mnuWindowTileVertical_Click();
@@ -74,8 +79,10 @@ private:
     void BuildCommands();
     QMenu *MenuFor(const QString &name);
     void RebuildRecentDocsMenu();
-    void OpenAlbum(const QString &path);
-    void ShowOpenedAlbum(const QString &path, AlbumDocument::OpenResult &opened);
+    // `opened` learns the album's window once it shows, or null when the album did not open.
+    void OpenAlbum(const QString &path, const std::function<void(AlbumWindow *)> &opened = {});
+    QList<AlbumWindow *> AlbumWindows() const;
+    AlbumWindow *ShowOpenedAlbum(const QString &path, AlbumDocument::OpenResult &opened);
     void ReportImport(const ImportReport &report);
     void AlbumOpened(const QString &path);
     QMdiSubWindow *FindAlbumWindow(const QString &path) const;
