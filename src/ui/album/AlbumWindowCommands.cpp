@@ -17,6 +17,7 @@
 #include "app/ProgressSink.h"
 
 #include <QDir>
+#include <QLineEdit>
 #include <QMenu>
 #include <QStackedWidget>
 
@@ -85,6 +86,12 @@ void AlbumWindow::BuildCommands()
     };
     const auto showExtra = [this] { panel->setVisible(!panel->isVisible()); };
     const auto highlightNoted = [this] { ShowHighlights(commands->NotedPhotos()); };
+    // The search field finds keywords as well as notes and names: this command takes the user
+    // there, with what was typed last ready to be replaced.
+    const auto findByKeyword = [this] {
+        search->setFocus(Qt::ShortcutFocusReason);
+        search->selectAll();
+    };
 
     const std::vector<Command> own = {
         {QStringLiteral("mnuSelectAll"), false, selectAll},
@@ -100,6 +107,7 @@ void AlbumWindow::BuildCommands()
         {QStringLiteral("mnuThumbnailItem"), false, switchView},
         {QStringLiteral("mnuShowExtra"), false, showExtra},
         {QStringLiteral("mnuHighlightNotedPhotos"), false, highlightNoted},
+        {QStringLiteral("mnuHighlightPhotosWithKeyword"), false, findByKeyword},
         {QStringLiteral("mnuFileImport"), true, [this] { ImportChosenFiles(); }},
         {QStringLiteral("mnuFolderImport"), true, [this] { ImportChosenFolder(); }},
     };
