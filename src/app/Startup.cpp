@@ -85,7 +85,7 @@ void Dispatch(StartupHost &host, const QString &commandLine)
     if (commandLine.left(14) == QLatin1String("/ImportPhotos ")) {
         host.ShowMainWindow();
         host.ShowWelcomeWindow();
-        host.CameraImportToAlbum();
+        host.CameraImportToAlbum(DocumentPathFrom(commandLine.mid(14)));
     } else if (commandLine.left(4) == QLatin1String("/GPS")) {
         host.ShowGpsWindow();
     } else if (!commandLine.isEmpty()) {

@@ -21,7 +21,8 @@ public:
     virtual void DiscoverPlugins() = 0;
     virtual void ShowMainWindow() = 0;
     virtual void ShowWelcomeWindow() = 0;
-    virtual void CameraImportToAlbum() = 0;
+    // The camera-import window for the card named after "/ImportPhotos " (quotes dropped).
+    virtual void CameraImportToAlbum(const QString &device) = 0;
     virtual void ShowGpsWindow() = 0;
     virtual void OpenDoc(const QString &path, bool askForFolder) = 0;
     // Starts the updater in a process of its own, without waiting.

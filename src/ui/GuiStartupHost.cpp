@@ -29,11 +29,10 @@ void GuiStartupHost::Inform(const QString &text)
 void GuiStartupHost::LoadMapServerTemplates() {}
 void GuiStartupHost::ShowUpdaterWindow() {}
 void GuiStartupHost::DiscoverPlugins() {}
-// The card that started the program is mounted, so it is among the cards the window lists.
-void GuiStartupHost::CameraImportToAlbum()
+void GuiStartupHost::CameraImportToAlbum(const QString &device)
 {
     if (main)
-        main->CameraImportToAlbum();
+        main->CameraImportToAlbum(device);
 }
 void GuiStartupHost::ShowGpsWindow() {}
 

@@ -26,7 +26,7 @@ public:
     void DiscoverPlugins() override;
     void ShowMainWindow() override;
     void ShowWelcomeWindow() override;
-    void CameraImportToAlbum() override;
+    void CameraImportToAlbum(const QString &device) override;
     void ShowGpsWindow() override;
     void OpenDoc(const QString &path, bool askForFolder) override;
     void StartVersionUpdater() override;

@@ -48,10 +48,11 @@ public:
     void Inform(const QString &text) override { calls << QStringLiteral("Inform"); messages << text; }
 #define RECORDED(call) void call() override { calls << QStringLiteral(#call); }
     RECORDED(LoadMapServerTemplates) RECORDED(ShowUpdaterWindow) RECORDED(ShowSplash) RECORDED(PumpEvents) RECORDED(SplashNormalShow)
-    RECORDED(UnloadSplash) RECORDED(DiscoverPlugins) RECORDED(ShowMainWindow) RECORDED(ShowWelcomeWindow) RECORDED(CameraImportToAlbum)
+    RECORDED(UnloadSplash) RECORDED(DiscoverPlugins) RECORDED(ShowMainWindow) RECORDED(ShowWelcomeWindow)
     RECORDED(ShowGpsWindow) RECORDED(StartVersionUpdater)
 #undef RECORDED
     void WaitMilliseconds(int milliseconds) override { calls << QStringLiteral("Wait %1").arg(milliseconds); }
+    void CameraImportToAlbum(const QString &device) override { calls << QStringLiteral("CameraImportToAlbum [%1]").arg(device); }
     void OpenDoc(const QString &path, bool ask) override { calls << QStringLiteral("OpenDoc [%1] %2").arg(path, ask ? "true" : "false"); }
 };
 
@@ -114,7 +115,8 @@ void StartupTest::dispatch_data()
     QTest::addColumn<int>("screenHeight");
 
     QTest::newRow("empty line") << "" << QStringList{"ShowMainWindow", "ShowWelcomeWindow"} << 768;
-    QTest::newRow("camera import") << "/ImportPhotos /media/CARD" << QStringList{"ShowMainWindow", "ShowWelcomeWindow", "CameraImportToAlbum"} << 768;
+    QTest::newRow("camera import") << "/ImportPhotos /media/CARD" << QStringList{"ShowMainWindow", "ShowWelcomeWindow", "CameraImportToAlbum [/media/CARD]"} << 768;
+    QTest::newRow("camera import, quoted card") << "/ImportPhotos \"/media/MY CARD\"" << QStringList{"ShowMainWindow", "ShowWelcomeWindow", "CameraImportToAlbum [/media/MY CARD]"} << 768;
     QTest::newRow("import switch without its blank is a path") << "/ImportPhotos" << QStringList{"ShowMainWindow", "OpenDoc [/ImportPhotos] false"} << 768;
     QTest::newRow("GPS window alone") << "/GPS" << QStringList{"ShowGpsWindow"} << 768;
     QTest::newRow("only four letters compared") << "/GPSLOGS please" << QStringList{"ShowGpsWindow"} << 768;
