@@ -86,10 +86,8 @@ QString Message(const char *key, const char *section, const QString &argument)
 bool ReportProblems(const ImportReport &report)
 {
     QTextStream err(stderr);
-    for (const QList<FileProblem> *problems : {&report.notImported, &report.warnings}) {
-        for (const FileProblem &problem : *problems)
-            err << "orvana-cli: " << problem.path << ": " << problem.reason << '\n';
-    }
+    for (const QString &line : report.ProblemLines())
+        err << "orvana-cli: " << line << '\n';
     return report.Clean();
 }
 

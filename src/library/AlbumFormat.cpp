@@ -47,6 +47,11 @@ QString ThumbnailFolder(const QString &album)
     return StudioDataPath(album) + u'/' + ThumbnailFolderName;
 }
 
+QString DropFolderPath(const QString &album)
+{
+    return QDir::cleanPath(album) + u'/' + DropFolderName;
+}
+
 } // namespace AlbumFormat
 
 bool IsAlbum(const QString &albumPath)

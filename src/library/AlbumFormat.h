@@ -21,6 +21,8 @@ inline const QString StudioFormat = QStringLiteral("com.veltrix.orvana.studio.da
 QString StudioDataPath(const QString &album);
 QString StudioPlistPath(const QString &album);
 QString ThumbnailFolder(const QString &album);
+// The album's drop folder, "raw.files", whose photos the album takes in when it opens.
+QString DropFolderPath(const QString &album);
 
 } // namespace AlbumFormat
 

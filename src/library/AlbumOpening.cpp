@@ -43,7 +43,7 @@ AlbumDocument::OpenResult OpenAlbumDocument(const QString &path, const OpenReque
     if (owner != document.thread())
         document.moveToThread(owner);
 
-    const QString drop = QDir::cleanPath(path) + u'/' + AlbumFormat::DropFolderName;
+    const QString drop = AlbumFormat::DropFolderPath(path);
     if (QFileInfo(drop).isDir()) {
         OrvAlbumImporter importer;
         importer.SetDocument(&document);

@@ -96,7 +96,7 @@ void MarkPhotosInAlbum(QList<CardPhoto> &photos, const AlbumDocument &album)
 ImportReport ImportCardPhotos(AlbumDocument &album, const QStringList &photos, ProgressSink &progress)
 {
     ImportReport report;
-    const QString drop = QDir::cleanPath(album.Path()) + u'/' + AlbumFormat::DropFolderName;
+    const QString drop = AlbumFormat::DropFolderPath(album.Path());
     if (!QDir().mkpath(drop)) {
         for (const QString &photo : photos)
             report.notImported << FileProblem{photo, QStringLiteral("the album's folder \"%1\" cannot be made").arg(drop)};

@@ -21,6 +21,16 @@ struct ImportReport {
     QList<FileProblem> warnings;
 
     bool Clean() const { return notImported.isEmpty() && warnings.isEmpty(); }
+    // One "path: reason" line for each file not imported, then for each warning.
+    QStringList ProblemLines() const
+    {
+        QStringList lines;
+        for (const QList<FileProblem> *problems : {&notImported, &warnings}) {
+            for (const FileProblem &problem : *problems)
+                lines << problem.path + QStringLiteral(": ") + problem.reason;
+        }
+        return lines;
+    }
     void Add(const ImportReport &other)
     {
         imported += other.imported;

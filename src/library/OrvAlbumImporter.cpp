@@ -53,11 +53,6 @@ int BatchSize()
     return std::max(16, QThread::idealThreadCount() * 16);
 }
 
-QString DropFolder(const QString &album)
-{
-    return QDir::cleanPath(album) + u'/' + AlbumFormat::DropFolderName;
-}
-
 // Paths are compared as the system compares them: on Linux two folders whose names differ only in
 // letter case are two folders.
 bool SamePath(const QString &a, const QString &b)
@@ -151,7 +146,7 @@ ImportReport OrvAlbumImporter::Import(const QStringList &paths, const std::vecto
     Layout layout;
     QStringList records;
     progress.Apply([&] {
-        layout = {document->Path(), document->PhotoFilesFolder(), document->ThumbnailsFolder(), DropFolder(document->Path())};
+        layout = {document->Path(), document->PhotoFilesFolder(), document->ThumbnailsFolder(), AlbumFormat::DropFolderPath(document->Path())};
         records = document->RecordFiles();
     });
     QDir().mkpath(layout.thumbnails);

@@ -31,16 +31,6 @@ QString MenuText(const char *key)
     return GetLocalizedString(QString::fromLatin1(key), QStringLiteral("Menu"));
 }
 
-// One line per file, with its reason.
-QString ReportText(const ImportReport &report)
-{
-    QStringList lines;
-    for (const QList<FileProblem> *problems : {&report.notImported, &report.warnings}) {
-        for (const FileProblem &problem : *problems)
-            lines << problem.path + QStringLiteral(": ") + problem.reason;
-    }
-    return lines.join(u'\n');
-}
 
 } // namespace
 
@@ -146,6 +136,6 @@ void AlbumWindow::RunImport(std::function<ImportReport(ProgressSink &)> import)
             }
             // A window closing when the work has stopped goes without further questions.
             if (!report->Clean() && !closeWhenStopped)
-                prompter->Inform(GeneralText("Importing"), ReportText(*report));
+                prompter->Inform(GeneralText("Importing"), report->ProblemLines().join(u'\n'));
         });
 }

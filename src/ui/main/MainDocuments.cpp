@@ -155,10 +155,7 @@ void MainWindow::mnuCameraImport_Click()
 // What opening brought in from the drop folder or found outside, and could not take in whole.
 void MainWindow::ReportImport(const ImportReport &report)
 {
-    QStringList lines;
-    for (const FileProblem &problem : report.notImported + report.warnings)
-        lines << QDir::toNativeSeparators(problem.path) + QStringLiteral(": ") + problem.reason;
-    prompter->Inform(GetLocalizedString(QStringLiteral("OpenTitle"), QStringLiteral("OrvDocument")), lines.join(u'\n'));
+    prompter->Inform(GetLocalizedString(QStringLiteral("OpenTitle"), QStringLiteral("OrvDocument")), report.ProblemLines().join(u'\n'));
 }
 
 void MainWindow::AlbumOpened(const QString &path)
