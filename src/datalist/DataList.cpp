@@ -182,6 +182,21 @@ void DataList::RemoveItem(int index)
         items.erase(items.begin() + (index - 1));
 }
 
+void DataList::TakeItemsOf(DataList &from)
+{
+    std::vector<KeyId> renumbered;
+    renumbered.reserve(from.keyNames.size());
+    for (const QString &name : from.keyNames)
+        renumbered.push_back(InternKey(name));
+    items.reserve(items.size() + from.items.size());
+    for (Item &item : from.items) {
+        for (Entry &entry : item)
+            entry.key = renumbered[entry.key];
+        items.push_back(std::move(item));
+    }
+    from.items.clear();
+}
+
 void DataList::ClearItem(int index)
 {
     if (index >= 1 && index <= ItemCount())

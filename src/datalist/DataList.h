@@ -63,6 +63,9 @@ public:
     void RemoveItem(int index);
     // Empties an item, keeping its place.
     void ClearItem(int index);
+    // Moves the items of another list to the end of this one, in their order; their keys are
+    // matched by name. `from` keeps its document properties and no items.
+    void TakeItemsOf(DataList &from);
     // Order 1 ascending, 0 descending, by the key's text; items with equal text keep their order.
     void SortItems(const QString &key, int order);
     // The same with another order of the texts: less(a, b) is true when a comes before b.
@@ -75,6 +78,7 @@ public:
 
 private:
     friend class DataListReader;
+    friend class DataListBatches;
     KeyId InternKey(QStringView name);
     int FindKey(const QString &name) const; // -1 when no entry uses it
 

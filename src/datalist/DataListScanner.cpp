@@ -131,6 +131,8 @@ DataListScanner::Outcome DataListScanner::Run()
 {
     Refill();
     while (state != State::Finished) {
+        if (!visitor.WantsMore())
+            return Outcome::Stopped;
         Step step = Step::Refused;
         switch (state) {
         case State::Prolog: step = Prolog(); break;

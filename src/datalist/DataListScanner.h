@@ -11,7 +11,7 @@
 // that reader, which names the fault.
 class DataListScanner {
 public:
-    enum class Outcome { Scanned, LeftToReader };
+    enum class Outcome { Scanned, LeftToReader, Stopped }; // Stopped: the visitor wanted no more
 
     DataListScanner(QIODevice &device, DataList &properties, DataListItemVisitor &visitor);
     Outcome Run();

@@ -27,6 +27,8 @@ public:
     virtual void Item(StreamedItem entries) = 0;
     // Everything handed over so far is to be forgotten: the items come again from the first.
     virtual void Restart() = 0;
+    // False once the reader should stop: the rest of the list is not wanted.
+    virtual bool WantsMore() const { return true; }
 };
 
 // Reads a list file: its plain document properties into properties (which gets no items), and

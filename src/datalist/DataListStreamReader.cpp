@@ -32,7 +32,8 @@ void VisitLoaded(const DataList &list, DataListItemVisitor &visitor)
 DataList::LoadResult StreamDataListItems(QIODevice &device, DataList &properties, DataListItemVisitor &visitor)
 {
     DataList scanned;
-    if (DataListScanner(device, scanned, visitor).Run() == DataListScanner::Outcome::Scanned) {
+    const DataListScanner::Outcome outcome = DataListScanner(device, scanned, visitor).Run();
+    if (outcome != DataListScanner::Outcome::LeftToReader) {
         properties = std::move(scanned);
         return {};
     }

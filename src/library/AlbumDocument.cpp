@@ -15,7 +15,7 @@ AlbumDocument::AlbumDocument(const QString &folder)
 {
 }
 
-AlbumDocument::OpenResult AlbumDocument::Open(const QString &path)
+AlbumDocument::OpenResult AlbumDocument::Prepare(const QString &path)
 {
     OpenResult result;
     result.status = PrepareAlbumForOpening(path);
@@ -28,10 +28,56 @@ AlbumDocument::OpenResult AlbumDocument::Open(const QString &path)
     document.photoFolder = GetPhotoFilesPath(path);
     document.package = document.photoFolder != document.path;
     document.thumbnailFolder = AlbumFormat::ThumbnailFolder(path);
-    result.load = document.list.Load(AlbumFormat::StudioPlistPath(path));
-    // A list that cannot be read must not be replaced by the empty one shown in its place.
-    document.noSave = !result.load;
+    // Until the whole list is in, an empty or partial list must never replace the one on disk.
+    document.noSave = true;
     return result;
+}
+
+AlbumDocument::OpenResult AlbumDocument::Open(const QString &path)
+{
+    OpenResult result = Prepare(path);
+    if (!result.document)
+        return result;
+    DataList whole;
+    result.load = whole.Load(AlbumFormat::StudioPlistPath(path));
+    if (result.load)
+        result.document->FinishLoading(std::move(whole));
+    return result;
+}
+
+void AlbumDocument::TakeLoadedRecords(DataList &batch)
+{
+    const int first = RecordCount() + 1;
+    list.TakeItemsOf(batch);
+    if (RecordCount() >= first)
+        emit RecordsInserted(first, RecordCount() - first + 1);
+}
+
+void AlbumDocument::FinishLoading(const DataList &properties)
+{
+    for (const QString &key : properties.DocumentKeys())
+        list.SetDocumentProperty(key, properties.GetDocumentProperty(key));
+    noSave = false;
+    emit AlbumTextsChanged();
+}
+
+void AlbumDocument::FinishLoading(DataList &&whole)
+{
+    ForgetLoadedRecords();
+    list = std::move(whole);
+    noSave = false;
+    if (RecordCount() > 0)
+        emit RecordsInserted(1, RecordCount());
+    emit AlbumTextsChanged();
+}
+
+void AlbumDocument::ForgetLoadedRecords()
+{
+    const int count = RecordCount();
+    if (count == 0)
+        return;
+    list = DataList();
+    emit RecordsRemoved(1, count);
 }
 
 int AlbumDocument::FindRecord(const QString &name) const

@@ -38,6 +38,20 @@ public:
     };
     // Applies the opening rules, resolves the folder layout, then loads the list.
     static OpenResult Open(const QString &path);
+    // The same without the list: the document starts empty and in the no-save state, and its
+    // records come in through the loading calls below (StreamAlbumRecords), so that a window can
+    // show the first of a big album while the rest is read.
+    static OpenResult Prepare(const QString &path);
+
+    // The loading calls, each announced as any change is, none marking the document modified.
+    // Records read from the list, appended in file order; `batch` keeps no items.
+    void TakeLoadedRecords(DataList &batch);
+    // The list's document properties, once its last record is in: the document may be saved.
+    void FinishLoading(const DataList &properties);
+    // The whole list, read at once, in place of what came before: the document may be saved.
+    void FinishLoading(DataList &&whole);
+    // Forgets the records read so far: the list is read again from its start.
+    void ForgetLoadedRecords();
 
     const QString &Path() const { return path; }
     const DataList &List() const { return list; }

@@ -7,10 +7,14 @@
 #include "library/PhotoRecord.h"
 #include "app/ProgressSink.h"
 #include "app/Prompter.h"
+#include "datalist/DataListBatches.h"
+#include "datalist/DataListScanner.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QThread>
+#include <utility>
 
 namespace {
 
@@ -19,56 +23,128 @@ QString Localized(const char *key, const char *section)
     return GetLocalizedString(QLatin1String(key), QLatin1String(section));
 }
 
-bool CheckCalledFor(const AlbumDocument &document, bool packageCreated, const OpenRequest &request)
+bool CheckCalledFor(const AlbumDocument &document, bool listMade, const OpenRequest &request)
 {
-    if (packageCreated || request.arrangeByTime)
+    if (listMade || request.arrangeByTime)
         return true;
     return IsAlbum(document.Path()) ? AppState().checkModifiedWhenOpenAlbum : AppState().checkModifiedWhenOpenFolder;
 }
 
 } // namespace
 
-AlbumDocument::OpenResult OpenAlbumDocument(const QString &path, const OpenRequest &request, Prompter &prompter,
-                                            ProgressSink &progress)
+AlbumDocument::OpenResult PrepareAlbumDocument(const QString &path, ProgressSink &progress)
 {
-    const bool packageCreated = !path.isEmpty() && !QFileInfo::exists(AlbumFormat::StudioPlistPath(path));
-    AlbumDocument::OpenResult opened = AlbumDocument::Open(path);
-    if (!opened.document || !opened.load)
-        return opened;
-    AlbumDocument &document = *opened.document;
+    AlbumDocument::OpenResult prepared = AlbumDocument::Prepare(path);
+    if (!prepared.document)
+        return prepared;
     // The document lives on the thread its changes are applied on, the interface thread when the
     // opening runs on a worker: it was made here and no one else knows it yet, so it can go there.
     QThread *owner = nullptr;
     progress.Apply([&] { owner = QThread::currentThread(); });
-    if (owner != document.thread())
-        document.moveToThread(owner);
+    if (owner != prepared.document->thread())
+        prepared.document->moveToThread(owner);
+    return prepared;
+}
 
+bool OpeningMakesList(const QString &path)
+{
+    return !path.isEmpty() && !QFileInfo::exists(AlbumFormat::StudioPlistPath(path));
+}
+
+AlbumDocument::OpenResult OpenAlbumDocument(const QString &path, const OpenRequest &request, Prompter &prompter,
+                                            ProgressSink &progress)
+{
+    const bool listMade = OpeningMakesList(path);
+    AlbumDocument::OpenResult opened = PrepareAlbumDocument(path, progress);
+    if (!opened.document)
+        return opened;
+    AlbumDocument &document = *opened.document;
+    opened.load = StreamAlbumRecords(document, progress);
+    if (opened.load && !progress.Cancelled())
+        opened.imported = CompleteOpening(document, listMade, request, prompter, progress);
+    return opened;
+}
+
+DataList::LoadResult StreamAlbumRecords(AlbumDocument &document, ProgressSink &progress)
+{
+    // A first screen holds a few dozen cells; later batches are big enough that handing them
+    // over costs nothing against reading them.
+    constexpr int FirstBatch = 200;
+    constexpr int LaterBatches = 5000;
+    const QString path = AlbumFormat::StudioPlistPath(document.Path());
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {DataList::LoadStatus::Unreadable, QStringLiteral("Cannot read %1: %2").arg(path, file.errorString())};
+    if (file.size() == 0)
+        return {DataList::LoadStatus::Unreadable, QStringLiteral("%1 is empty.").arg(path)};
+
+    bool delivered = false;
+    DataListBatches batches(
+        FirstBatch, LaterBatches,
+        [&](DataList &batch) {
+            if (progress.Cancelled())
+                return false;
+            progress.Apply([&] { document.TakeLoadedRecords(batch); });
+            delivered = true;
+            return true;
+        },
+        [&] {
+            if (std::exchange(delivered, false))
+                progress.Apply([&] { document.ForgetLoadedRecords(); });
+        });
+    DataList properties;
+    const DataListScanner::Outcome outcome = DataListScanner(file, properties, batches).Run();
+    if (outcome == DataListScanner::Outcome::Stopped)
+        return {};
+    if (outcome == DataListScanner::Outcome::Scanned) {
+        batches.Flush();
+        if (!progress.Cancelled())
+            progress.Apply([&] { document.FinishLoading(properties); });
+        return {};
+    }
+    // Not in the program's own form (values of other types, comments), or damaged: DataList's own
+    // reader keeps what the scan would not, or names the fault.
+    batches.Restart();
+    if (progress.Cancelled())
+        return {};
+    DataList whole;
+    DataList::LoadResult loaded = whole.Load(path);
+    if (loaded)
+        progress.Apply([&] { document.FinishLoading(std::move(whole)); });
+    return loaded;
+}
+
+ImportReport CompleteOpening(AlbumDocument &document, bool listMade, const OpenRequest &request, Prompter &prompter,
+                             ProgressSink &progress)
+{
+    ImportReport imported;
+    const QString &path = document.Path();
     const QString drop = AlbumFormat::DropFolderPath(path);
     if (QFileInfo(drop).isDir()) {
         OrvAlbumImporter importer;
         importer.SetDocument(&document);
-        opened.imported = importer.ImportFiles({drop}, progress);
+        imported = importer.ImportFiles({drop}, progress);
     }
     // A fresh list totals 0 bytes: this is how a plain folder gets its photos the first time.
     bool check = false;
     qint64 listed = 0;
     QString folder;
     progress.Apply([&] {
-        check = CheckCalledFor(document, packageCreated, request);
+        check = CheckCalledFor(document, listMade, request);
         listed = document.GetTotalBytesByDatalist();
         folder = document.PhotoFilesFolder();
     });
     if (check && listed != AlbumDocument::TotalPhotoBytesIn(folder))
-        opened.imported.Add(ActionCheckModified(document, prompter, progress));
+        imported.Add(ActionCheckModified(document, prompter, progress));
     progress.Apply([&] {
         if (request.arrangeByTime && document.RecordCount() > 0)
             document.ArrangePhotos(PhotoRecord::CaptureDate, true, false, nullptr);
         if (document.IsModified()) {
             if (const Result saved = document.SaveDocumentToFile(); !saved)
-                opened.imported.warnings << FileProblem{AlbumFormat::StudioPlistPath(path), saved.message};
+                imported.warnings << FileProblem{AlbumFormat::StudioPlistPath(path), saved.message};
         }
     });
-    return opened;
+    return imported;
 }
 
 // The records are read in one Apply, the folder is looked at outside it; each changed record is

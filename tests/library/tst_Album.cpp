@@ -32,6 +32,8 @@ private slots:
     void blankPackage();
     void opening_data();
     void opening();
+    void streamedList_data();
+    void streamedList();
     void conversion_data();
     void conversion();
     void classification_data();
@@ -232,6 +234,65 @@ void AlbumTest::opening()
         QVERIFY(IsHidden(album + QStringLiteral("/Desktop.ini")));
     }
     QCOMPARE(int(AlbumDocument::Open(QString()).status), int(OpenAlbumStatus::Nothing));
+}
+
+void AlbumTest::streamedList_data()
+{
+    QTest::addColumn<QByteArray>("list");
+    QTest::addColumn<bool>("loads");
+    QTest::addColumn<bool>("batched"); // came in batches, not all at once
+    DataList big;
+    for (int i = 1; i <= 12000; ++i) {
+        big.AddItem(i);
+        big.SetItemProperty(PhotoRecord::File, QStringLiteral("IMG_%1 & <\u00e9>.JPG").arg(i), i);
+        big.SetItemProperty(PhotoRecord::Star, QString::number(i % 2), i);
+    }
+    big.SetDocumentProperty(QStringLiteral("Title"), QStringLiteral("Big"));
+    const QByteArray own = big.ToBytes();
+    QTest::newRow("the program's own form, in batches") << own << true << true;
+    // Met only after batches have gone: they are taken back, and the list read whole.
+    QByteArray typed = own;
+    typed.replace(typed.lastIndexOf("<string>1</string>"), 18, "<integer>1</integer>");
+    typed.insert(typed.lastIndexOf("</dict>"), "<!-- kept --><key>Nested</key><dict><key>a</key><true/></dict>");
+    QTest::newRow("other value types and nested values, read whole") << typed << true << true;
+    QTest::newRow("damaged after many records") << own.chopped(200) << false << true;
+}
+
+// The grid's first screen comes from the first batch; whatever way the list came in, the
+// document ends as a whole load leaves it, and saves the same file.
+void AlbumTest::streamedList()
+{
+    QFETCH(QByteArray, list);
+    QFETCH(bool, loads);
+    QFETCH(bool, batched);
+    const QString album = environment->Root() + QStringLiteral("/Streamed");
+    QDir().mkpath(AlbumFormat::StudioDataPath(album));
+    WriteAll(AlbumFormat::StudioPlistPath(album), list);
+    AlbumDocument::OpenResult opened = AlbumDocument::Prepare(album);
+    QVERIFY(opened.document);
+    AlbumDocument &document = *opened.document;
+    QList<int> inserted;
+    connect(&document, &AlbumDocument::RecordsInserted, this, [&](int first, int count) {
+        QCOMPARE(first, document.RecordCount() - count + 1);
+        inserted << count;
+    });
+    const DataList::LoadResult load = StreamAlbumRecords(document, quiet);
+    QCOMPARE(bool(load), loads);
+    QCOMPARE(document.IsNoSave(), !loads);
+    QCOMPARE(document.IsModified(), false);
+    QVERIFY(!inserted.isEmpty());
+    QCOMPARE(inserted.size() > 1, batched);
+    if (!loads) {
+        QCOMPARE(document.RecordCount(), 0);
+        document.DocumentWasModified();
+        QVERIFY(!document.SaveDocumentToFile().ok);
+        QCOMPARE(ReadAll(AlbumFormat::StudioPlistPath(album)), list);
+        return;
+    }
+    DataList whole;
+    QVERIFY(whole.LoadFromBytes(list));
+    QCOMPARE(document.List().ToBytes(), whole.ToBytes());
+    QCOMPARE(document.List().GetDocumentProperty(QStringLiteral("Title")), QStringLiteral("Big"));
 }
 
 void AlbumTest::conversion_data()

@@ -8,6 +8,7 @@
 #include "app/Settings.h"
 #include "app/Startup.h"
 #include "app/Version.h"
+#include "datalist/DataList.h"
 #include "library/AlbumFormat.h"
 #include "TestEnvironment.h"
 
@@ -66,6 +67,15 @@ QString MakeFolder(const QString &documents, const QString &kind)
     } else if (kind == QLatin1String("damaged")) {
         QDir().mkpath(AlbumFormat::StudioDataPath(path));
         WriteAll(AlbumFormat::StudioPlistPath(path), "<?xml version=\"1.0\"?><plist><dict><key>Items</key>");
+    } else if (kind == QLatin1String("damaged late")) {
+        // Read in batches: the window shows with the first records before the fault is met.
+        QDir().mkpath(AlbumFormat::StudioDataPath(path));
+        DataList list;
+        for (int i = 1; i <= 1000; ++i) {
+            list.AddItem(i);
+            list.SetItemProperty(QStringLiteral("File"), QStringLiteral("IMG_%1.JPG").arg(i), i);
+        }
+        WriteAll(AlbumFormat::StudioPlistPath(path), list.ToBytes().chopped(100));
     } else if (kind == QLatin1String("photos")) {
         QDir().mkpath(path);
         for (const char *name : {"drewnoakes-Canon_PowerShot_S330.jpg", "drewnoakes-HTC_Desire.jpg"})
@@ -99,6 +109,7 @@ private slots:
     void commands();
     void options_data();
     void options();
+    void quitDuringImport();
 
 private:
     QList<QUrl> opened;
@@ -122,6 +133,7 @@ void MainWindowTest::commands_data()
     QTest::newRow("cancelled picker") << none << QStringList{"mnuFileOpen"} << QStringList{""} << 0 << 0 << 0 << "" << "";
     QTest::newRow("plain folder is no album") << none << QStringList{"mnuFileOpen"} << QStringList{"plain"} << 0 << 0 << 0 << fail << "";
     QTest::newRow("damaged album") << none << QStringList{"mnuFileOpen"} << QStringList{"damaged"} << 0 << 0 << 0 << fail << "";
+    QTest::newRow("damaged after its first screen") << none << QStringList{"mnuFileOpen"} << QStringList{"damaged late"} << 0 << 0 << 0 << fail << "";
     QTest::newRow("missing folder") << none << QStringList{"mnuFileOpen"} << QStringList{"missing"} << 0 << 0 << 0 << fail << "";
     QTest::newRow("folder opened as album") << none << QStringList{"mnuFileOpenFolder"} << QStringList{"plain"} << 1 << 1 << 1 << "" << "";
     QTest::newRow("new album") << none << QStringList{"mnuFileNew"} << QStringList{"new"} << 1 << 1 << 1 << "" << "";
@@ -156,7 +168,11 @@ void MainWindowTest::commands()
         WriteSetting(QStringLiteral("RecentDocs"), QStringLiteral("Doc%1").arg(i + 1), MakeFolder(documents, recent[i]));
     for (QString &answer : answers)
         answer = answer.isEmpty() ? answer : MakeFolder(documents, answer);
-    const QStringList before = Files(documents + QStringLiteral("/damaged")) + Files(documents + QStringLiteral("/plain"));
+    const auto untouched = [&] {
+        return Files(documents + QStringLiteral("/damaged")) + Files(documents + QStringLiteral("/damaged late")) +
+               Files(documents + QStringLiteral("/plain"));
+    };
+    const QStringList before = untouched();
     opened.clear();
     QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "OpenUrl");
 
@@ -219,7 +235,7 @@ void MainWindowTest::commands()
     QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
     // Refused folders are left exactly as they were.
     if (windows == 0 && !message.isEmpty() && message != QLatin1String("MessageNon-photoContained"))
-        QCOMPARE(Files(documents + QStringLiteral("/damaged")) + Files(documents + QStringLiteral("/plain")), before);
+        QCOMPARE(untouched(), before);
 }
 
 void MainWindowTest::options_data()
@@ -270,6 +286,36 @@ void MainWindowTest::options()
     }
     window->accept();
     QCOMPARE(ReadSetting(section, key), chosen);
+}
+
+// Quitting while an album imports: the album waits for the photo in hand, saves and closes,
+// and the program quits then, without being asked again. Every photo copied in has its record.
+void MainWindowTest::quitDuringImport()
+{
+    ScopedTestEnvironment environment;
+    SettleUserDataAndLanguage();
+    const QString album = MakeFolder(environment.Env().documents, QStringLiteral("album"));
+    MainWindow main;
+    main.show();
+    main.OpenDoc(album, false);
+    QTRY_VERIFY(!main.IsOpening() && main.ActiveAlbum());
+    main.ActiveAlbum()->ImportPaths({Corpus});
+    QTRY_VERIFY_WITH_TIMEOUT(main.ActiveAlbum()->Document().RecordCount() > 2, 20000);
+    QVERIFY(!main.close());
+    QTRY_VERIFY_WITH_TIMEOUT(!main.isVisible(), 20000);
+    QCOMPARE(main.MDIChildren(), 0);
+
+    DataList saved;
+    QVERIFY(saved.Load(AlbumFormat::StudioPlistPath(album)));
+    QStringList records;
+    for (int i = 1; i <= saved.ItemCount(); ++i)
+        records << saved.GetItemProperty(QStringLiteral("File"), i);
+    QStringList files = QDir(album).entryList(QDir::Files | QDir::NoDotAndDotDot);
+    files.removeAll(QStringLiteral("Desktop.ini"));
+    records.sort();
+    files.sort();
+    QVERIFY(records.size() > 2);
+    QCOMPARE(records, files);
 }
 
 QTEST_MAIN(MainWindowTest)

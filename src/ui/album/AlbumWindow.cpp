@@ -137,7 +137,10 @@ void AlbumWindow::BuildLayout(bool showFileNames)
     });
     // The views follow the model, which follows the document; what sits beside them follows here.
     connect(rows, &QAbstractItemModel::dataChanged, panel, &OrvExtraPanel::RowsChanged);
-    connect(rows, &QAbstractItemModel::rowsInserted, this, [this] { RefreshNumberLabel(); });
+    connect(rows, &QAbstractItemModel::rowsInserted, this, [this] {
+        RefreshNumberLabel();
+        FirstRecordsIn();
+    });
     connect(rows, &QAbstractItemModel::rowsRemoved, this, [this] { RefreshNumberLabel(); });
     connect(document.get(), &AlbumDocument::ModifiedChanged, this, &AlbumWindow::RefreshCaption);
     connect(document.get(), &AlbumDocument::AlbumTextsChanged, this, &AlbumWindow::SetUIByDataList);
@@ -190,6 +193,13 @@ void AlbumWindow::ShowHighlights(const QList<int> &found)
 {
     rows->SetHighlighted(found);
     RefreshNumberLabel(AlbumCommands::FoundLabel(int(found.size())));
+}
+
+// While the list is read its texts are not known yet: what the user typed would be overwritten.
+void AlbumWindow::SetAlbumFieldsEnabled(bool enabled)
+{
+    for (QLineEdit *field : {title, identification, description})
+        field->setEnabled(enabled);
 }
 
 void AlbumWindow::SetUIByDataList()

@@ -27,8 +27,17 @@ struct CommandTarget;
 class AlbumWindow : public QWidget {
     Q_OBJECT
 public:
+    // The document holds its records already, or gets them from Open.
     AlbumWindow(std::unique_ptr<AlbumDocument> document, QWidget *parent = nullptr);
     ~AlbumWindow() override;
+
+    // Reads the list of a document made by AlbumDocument::Prepare into the window and finishes
+    // opening the album (drop folder, outside-change check), as long work: ReadyToShow comes with
+    // the first records, long before the last; OpeningEnded when it is all done. `listMade`: the
+    // opening made the list (OpeningMakesList).
+    void Open(bool listMade);
+    // Open has not ended yet.
+    bool IsOpening() const { return opening; }
 
     // The album folder, by which the main window finds an album that is already open.
     QString Path() const;
@@ -59,6 +68,13 @@ signals:
     void CaptionChanged(const QString &caption);
     // Long work began or ended: the main window disables or enables this album's commands.
     void WorkingChanged(bool working);
+    // Open: the window has its first records (or the whole list, an empty one): time to show it.
+    void ReadyToShow();
+    // Open: the list could not be read. Nothing was written; the window has nothing to show and
+    // closes without saving.
+    void OpeningFailed(const QString &reason);
+    // Open has ended: `opened` when the whole list is in (false when it failed or was stopped).
+    void OpeningEnded(bool opened);
 
 private:
     struct Command {
@@ -71,7 +87,11 @@ private:
     void BuildPhotoMenu();
     void RunLibraryCommand(const QString &name);
     void AfterLibraryCommand(const QString &name, int current, int countBefore);
-    bool StartWork(const QString &title, std::function<void(ProgressSink &)> work, std::function<void()> after);
+    bool StartWork(const QString &title, std::function<void(ProgressSink &)> work, std::function<void()> after,
+                   bool progressOnlyForSteps = false);
+    void FirstRecordsIn();
+    void ListRead();
+    void SetAlbumFieldsEnabled(bool enabled);
     void WorkFinished();
     void CloseContainer();
     void ImportChosenFiles();
@@ -97,6 +117,10 @@ private:
     std::unique_ptr<FileChooser> chooser;
     std::function<void()> afterWork;
     bool closeWhenStopped = false;
+    // Open has not read the whole list: the window shows part of it, and never saves it.
+    bool loading = false;
+    bool announcedShown = false;
+    bool opening = false;
     std::unique_ptr<AlbumCommands> commands;
     std::vector<Command> table;
     AlbumModel *rows;

@@ -3,7 +3,9 @@
 
 #include "ui/album/AlbumWindow.h"
 
+#include "ui/album/AlbumModel.h"
 #include "ui/album/ExtraPanel.h"
+#include "ui/album/ThumbnailView.h"
 #include "ui/common/FileChooser.h"
 
 #include <QDir>
@@ -13,6 +15,7 @@
 #include "app/Language.h"
 #include "app/ProgressSink.h"
 #include "library/AlbumDocument.h"
+#include "library/AlbumOpening.h"
 #include "library/CameraImport.h"
 #include "library/OrvAlbumImporter.h"
 
@@ -39,9 +42,10 @@ bool AlbumWindow::IsWorking() const
     return runner->Running();
 }
 
-bool AlbumWindow::StartWork(const QString &title, std::function<void(ProgressSink &)> work, std::function<void()> after)
+bool AlbumWindow::StartWork(const QString &title, std::function<void(ProgressSink &)> work, std::function<void()> after,
+                            bool progressOnlyForSteps)
 {
-    if (!runner->Start(title, std::move(work)))
+    if (!runner->Start(title, std::move(work), progressOnlyForSteps ? TaskRunner::Shown::WhenStepLasts : TaskRunner::Shown::WhenLasting))
         return false;
     afterWork = std::move(after);
     photoMenu->setEnabled(false);
@@ -59,6 +63,64 @@ void AlbumWindow::WorkFinished()
         CloseContainer();
 }
 
+void AlbumWindow::Open(bool listMade)
+{
+    struct Opening {
+        DataList::LoadResult load;
+        ImportReport imported;
+    };
+    auto outcome = std::make_shared<Opening>();
+    AlbumDocument *album = document.get();
+    Prompter *asking = prompter.get();
+    loading = true;
+    opening = true;
+    SetAlbumFieldsEnabled(false);
+    // The grid fills as the list is read and shows its own progress; a progress window comes only
+    // for what follows (a drop folder's import, the outside-change check).
+    StartWork(
+        GeneralText("Processing"),
+        [this, outcome, album, asking, listMade](ProgressSink &progress) {
+            outcome->load = StreamAlbumRecords(*album, progress);
+            if (!outcome->load || progress.Cancelled())
+                return;
+            progress.Apply([this] { ListRead(); });
+            outcome->imported = CompleteOpening(*album, listMade, {}, *asking, progress);
+        },
+        [this, outcome] {
+            opening = false;
+            if (!outcome->load) {
+                emit OpeningFailed(outcome->load.message);
+                emit OpeningEnded(false);
+                return;
+            }
+            if (!outcome->imported.Clean() && !closeWhenStopped)
+                prompter->Inform(GetLocalizedString(QStringLiteral("OpenTitle"), QStringLiteral("OrvDocument")),
+                                 outcome->imported.ProblemLines().join(u'\n'));
+            emit OpeningEnded(!loading);
+        },
+        true);
+}
+
+// The first records are in: the window is worth showing, the list still filling behind it.
+void AlbumWindow::FirstRecordsIn()
+{
+    if (!loading || std::exchange(announcedShown, true))
+        return;
+    grid->SetCurrentRecord(1);
+    emit ReadyToShow();
+}
+
+void AlbumWindow::ListRead()
+{
+    loading = false;
+    SetAlbumFieldsEnabled(true);
+    if (!std::exchange(announcedShown, true)) {
+        if (rows->rowCount() > 0)
+            grid->SetCurrentRecord(1);
+        emit ReadyToShow();
+    }
+}
+
 bool AlbumWindow::CloseAlbum()
 {
     if (IsWorking()) {
@@ -67,6 +129,9 @@ bool AlbumWindow::CloseAlbum()
         runner->RequestStop();
         return false;
     }
+    // Part of a list is never saved over the whole.
+    if (loading)
+        return true;
     panel->Commit();
     SetDataListByUI();
     if (!document->IsModified())

@@ -47,6 +47,7 @@ void ProgressWindow::SetStep(const QString &text, int total)
     // An unknown total shows a busy bar.
     bar->setRange(0, std::max(total, 0));
     bar->setValue(0);
+    emit StepBegun();
 }
 
 void ProgressWindow::SetDone(int done)

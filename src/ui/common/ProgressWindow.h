@@ -18,6 +18,8 @@ public:
     QPushButton *CancelButton() const { return cancel; }
 
 signals:
+    // The work named a step (SetStep).
+    void StepBegun();
     // The user asked the work to stop, with Cancel, Escape or the window's close box.
     void CancelRequested();
 

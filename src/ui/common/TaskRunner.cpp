@@ -37,7 +37,7 @@ TaskRunner::~TaskRunner()
     delete window.data();
 }
 
-bool TaskRunner::Start(const QString &title, Work work)
+bool TaskRunner::Start(const QString &title, Work work, Shown shown)
 {
     if (Running())
         return false;
@@ -46,6 +46,12 @@ bool TaskRunner::Start(const QString &title, Work work)
     window->setWindowTitle(title);
     window->SetStep(title, 0);
     connect(window, &ProgressWindow::CancelRequested, this, &TaskRunner::RequestStop);
+    if (shown == Shown::WhenStepLasts) {
+        connect(window, &ProgressWindow::StepBegun, showTimer, [this] {
+            if (!window->isVisible())
+                showTimer->start();
+        });
+    }
 
     worker = QThread::create([this, work = std::move(work)] {
         TaskProgress progress(window, calls, cancel);
@@ -54,7 +60,8 @@ bool TaskRunner::Start(const QString &title, Work work)
     // Emitted on the worker thread as it ends; handled on the interface thread.
     connect(worker, &QThread::finished, this, &TaskRunner::WorkEnded, Qt::QueuedConnection);
     worker->start();
-    showTimer->start();
+    if (shown == Shown::WhenLasting)
+        showTimer->start();
     return true;
 }
 

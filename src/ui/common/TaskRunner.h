@@ -34,9 +34,13 @@ public:
     explicit TaskRunner(QWidget *parent);
     ~TaskRunner() override;
 
+    // When the progress window may show: for any work that lasts, or only once the work names a
+    // step (work whose first part shows its own progress, as an album filling its grid does).
+    enum class Shown { WhenLasting, WhenStepLasts };
+
     // Starts `work` under `title` (the window's caption until the work names its step); false,
     // and nothing started, while other work runs.
-    bool Start(const QString &title, Work work);
+    bool Start(const QString &title, Work work, Shown shown = Shown::WhenLasting);
     bool Running() const;
     // Asks the work to stop, as Cancel does, without waiting for it.
     void RequestStop();

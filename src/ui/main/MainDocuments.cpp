@@ -1,7 +1,6 @@
 // The main window's commands on album documents: open, new, convert, save and close.
 #include "ui/main/MainWindow.h"
 
-#include "ui/common/ForwardingPrompter.h"
 #include "ui/common/TaskRunner.h"
 #include "ui/import/CameraImportWindow.h"
 #include "library/AlbumOpening.h"
@@ -21,6 +20,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QMdiArea>
+#include <algorithm>
 
 namespace {
 
@@ -79,7 +79,7 @@ void MainWindow::mnuFileOpenFolder_Click()
 
 void MainWindow::OpenAlbum(const QString &path, const std::function<void(AlbumWindow *)> &opened)
 {
-    const auto tell = [opened](AlbumWindow *album) {
+    const std::function<void(AlbumWindow *)> tell = [opened](AlbumWindow *album) {
         if (opened)
             opened(album);
     };
@@ -91,44 +91,76 @@ void MainWindow::OpenAlbum(const QString &path, const std::function<void(AlbumWi
     }
     // One album opens at a time; a second request while the first is read is dropped, as a
     // double click on a slow disk would otherwise open the album twice.
-    if (opener->Running()) {
+    if (opener->Running() || unshown) {
         tell(nullptr);
         return;
     }
-    auto result = std::make_shared<AlbumDocument::OpenResult>();
-    auto asking = std::make_shared<ForwardingPrompter>(*prompter, opener->Calls());
-    connect(opener.get(), &TaskRunner::Finished, this, [this, path, result, tell](bool) { tell(ShowOpenedAlbum(path, *result)); },
+    auto prepared = std::make_shared<AlbumDocument::OpenResult>();
+    auto listMade = std::make_shared<bool>(false);
+    connect(opener.get(), &TaskRunner::Finished, this,
+            [this, path, prepared, listMade, tell](bool) { StartOpenedAlbum(path, *prepared, *listMade, tell); },
             Qt::SingleShotConnection);
     opener->Start(GetLocalizedString(QStringLiteral("Processing"), QStringLiteral("General")),
-                  [path, result, asking](ProgressSink &progress) { *result = OpenAlbumDocument(path, {}, *asking, progress); });
+                  [path, prepared, listMade](ProgressSink &progress) {
+                      *listMade = OpeningMakesList(path);
+                      *prepared = PrepareAlbumDocument(path, progress);
+                  });
 }
 
 bool MainWindow::IsOpening() const
 {
-    return opener->Running();
+    if (opener->Running() || unshown)
+        return true;
+    const QList<AlbumWindow *> albums = AlbumWindows();
+    return std::any_of(albums.begin(), albums.end(), [](const AlbumWindow *album) { return album->IsOpening(); });
 }
 
-AlbumWindow *MainWindow::ShowOpenedAlbum(const QString &path, AlbumDocument::OpenResult &opened)
+// The window reads the album's list itself and shows with its first records: a big album's first
+// screen does not wait for its last photo.
+void MainWindow::StartOpenedAlbum(const QString &path, AlbumDocument::OpenResult &prepared, bool listMade,
+                                  const std::function<void(AlbumWindow *)> &opened)
 {
-    if (!opened.document) {
+    if (!prepared.document) {
         FailToOpen();
-        return nullptr;
+        opened(nullptr);
+        return;
     }
-    // A list that cannot be read is not shown as an empty album that the user might fill
-    // and lose: nothing opens and nothing is written.
-    if (!opened.load) {
-        FailToOpen(opened.load.message);
-        return nullptr;
-    }
-    if (!opened.imported.Clean())
-        ReportImport(opened.imported);
-    auto *album = new AlbumWindow(std::move(opened.document));
+    auto *album = new AlbumWindow(std::move(prepared.document));
+    unshown = album;
+    connect(album, &AlbumWindow::ReadyToShow, this, [this, album] { ShowAlbumWindow(album); });
+    // A list that cannot be read is not shown as an empty album that the user might fill and
+    // lose: the window goes, and nothing is written.
+    connect(album, &AlbumWindow::OpeningFailed, this, [this](const QString &reason) { FailToOpen(reason); });
+    connect(album, &AlbumWindow::OpeningEnded, this, [this, album, path, opened](bool complete) {
+        auto *window = qobject_cast<QMdiSubWindow *>(album->parentWidget());
+        if (!complete) {
+            if (window) {
+                window->close();
+            } else {
+                album->deleteLater();
+                QMetaObject::invokeMethod(this, &MainWindow::AlbumWindowGone, Qt::QueuedConnection);
+            }
+            opened(nullptr);
+            return;
+        }
+        AlbumOpened(path);
+        opened(album);
+    });
+    album->Open(listMade);
+}
+
+void MainWindow::ShowAlbumWindow(AlbumWindow *album)
+{
+    unshown.clear();
     auto *window = new AlbumSubWindow(album);
+    // Queued: the sub-window is still among the document area's while it is destroyed.
+    connect(window, &QObject::destroyed, this, &MainWindow::AlbumWindowGone, Qt::QueuedConnection);
     documents->addSubWindow(window);
     window->show();
     documents->setActiveSubWindow(window);
-    AlbumOpened(path);
-    return album;
+    EnableDocMenus();
+    if (welcome)
+        welcome->close();
 }
 
 QList<AlbumWindow *> MainWindow::AlbumWindows() const
@@ -150,12 +182,6 @@ void MainWindow::CameraImportToAlbum(const QString &device)
 void MainWindow::mnuCameraImport_Click()
 {
     CameraImportToAlbum();
-}
-
-// What opening brought in from the drop folder or found outside, and could not take in whole.
-void MainWindow::ReportImport(const ImportReport &report)
-{
-    prompter->Inform(GetLocalizedString(QStringLiteral("OpenTitle"), QStringLiteral("OrvDocument")), report.ProblemLines().join(u'\n'));
 }
 
 void MainWindow::AlbumOpened(const QString &path)

@@ -18,6 +18,7 @@
 #include "app/RecentDocs.h"
 #include "app/Settings.h"
 
+#include <algorithm>
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QDir>
@@ -231,12 +232,26 @@ void MainWindow::mnuFileExit_Click()
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    // Each album window saves its album as it closes, and may refuse.
+    // Each album window saves its album as it closes, and may refuse: one with work running
+    // refuses until its work has stopped at the item in hand, then closes itself.
     documents->closeAllSubWindows();
-    if (MDIChildren() > 0)
+    const QList<AlbumWindow *> albums = AlbumWindows();
+    // An album still reading its list before it shows stops reading, and goes unsaved.
+    const bool reading = unshown && !unshown->CloseAlbum();
+    quitWhenWorkStops = reading || std::any_of(albums.begin(), albums.end(), [](const AlbumWindow *album) { return album->IsWorking(); });
+    if (MDIChildren() > 0 || reading || opener->Running())
         event->ignore();
     else
         event->accept();
+}
+
+void MainWindow::AlbumWindowGone()
+{
+    const QList<AlbumWindow *> albums = AlbumWindows();
+    if (quitWhenWorkStops && std::none_of(albums.begin(), albums.end(), [](const AlbumWindow *album) { return album->IsWorking(); })) {
+        quitWhenWorkStops = false;
+        close();
+    }
 }
 
 void MainWindow::mnuWindowCascade_Click()

@@ -42,7 +42,7 @@ public:
 
     void OpenDoc(const QString &path, bool askForFolder);
     // While an album is being opened (its list read, its drop folder imported, outside changes
-    // looked for, all on a worker thread); its window appears when that ends.
+    // looked for, all on worker threads); its window appears with its first records.
     bool IsOpening() const;
     void NewDoc();
     void ConvertDoc();
@@ -74,6 +74,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void AlbumWindowGone();
 
 private:
     void BuildCommands();
@@ -82,8 +83,9 @@ private:
     // `opened` learns the album's window once it shows, or null when the album did not open.
     void OpenAlbum(const QString &path, const std::function<void(AlbumWindow *)> &opened = {});
     QList<AlbumWindow *> AlbumWindows() const;
-    AlbumWindow *ShowOpenedAlbum(const QString &path, AlbumDocument::OpenResult &opened);
-    void ReportImport(const ImportReport &report);
+    void StartOpenedAlbum(const QString &path, AlbumDocument::OpenResult &prepared, bool listMade,
+                          const std::function<void(AlbumWindow *)> &opened);
+    void ShowAlbumWindow(AlbumWindow *album);
     void AlbumOpened(const QString &path);
     QMdiSubWindow *FindAlbumWindow(const QString &path) const;
     void FailToOpen(const QString &reason = {});
@@ -97,5 +99,10 @@ private:
     std::unique_ptr<InterfaceCalls> calls; // the prompter's way onto the interface thread
     std::unique_ptr<Prompter> prompter;
     std::unique_ptr<TaskRunner> opener;
+    // An album window reading its list, not shown yet (it shows with its first records).
+    QPointer<AlbumWindow> unshown;
+    // The user asked to quit while albums had work running: they close as their work stops, and
+    // the program quits when the last has gone.
+    bool quitWhenWorkStops = false;
     QPointer<WelcomeWindow> welcome;
 };
