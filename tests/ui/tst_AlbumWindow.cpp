@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
+#include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
 #include <QPlainTextEdit>
@@ -146,7 +147,7 @@ void AlbumWindowTest::cleanup()
 
 void AlbumWindowTest::bindings_data()
 {
-    QTest::addColumn<QString>("drive");    // command, search, note, keys, drop, cancel, close or camera
+    QTest::addColumn<QString>("drive");    // command, menu (the photo menu), search, note, keys, drop, cancel, close or camera
     QTest::addColumn<QString>("argument"); // command name, text typed, or keys pressed
     QTest::addColumn<int>("answer");       // the button pressed on the question, if one comes
     QTest::addColumn<QString>("probe");    // what the window shows afterwards
@@ -159,6 +160,7 @@ void AlbumWindowTest::bindings_data()
     QTest::newRow("delete confirmed removes the row") << "command" << "mnuMoveToTrash" << int(QMessageBox::Yes) << "rows" << "2";
     QTest::newRow("delete refused keeps the row") << "command" << "mnuMoveToTrash" << int(QMessageBox::No) << "rows" << "3";
     QTest::newRow("note asked for the selected photo") << "command" << "mnuSetNotesForMultiselection" << int(QMessageBox::Ok) << "Description" << "By the sea";
+    QTest::newRow("the photo menu's note") << "menu" << "mnuSetNotesForMultiselection" << int(QMessageBox::Ok) << "Description" << "By the sea";
     QTest::newRow("files chosen to import") << "command" << "mnuFileImport" << ok << "rows" << "5";
     QTest::newRow("folder chosen to import") << "command" << "mnuFolderImport" << ok << "rows" << "5";
     QTest::newRow("files dropped onto the grid") << "drop" << "" << ok << "rows" << "5";
@@ -207,6 +209,17 @@ void AlbumWindowTest::bindings()
     if (drive == QLatin1String("command")) {
         QVERIFY(window.RunCommand(argument));
         QTRY_VERIFY_WITH_TIMEOUT(!window.IsWorking(), 60000);
+    } else if (drive == QLatin1String("menu")) {
+        // Every command of the photo menu is one the window carries out.
+        QAction *chosen = nullptr;
+        for (QAction *action : window.findChild<QMenu *>()->actions()) {
+            if (!action->objectName().isEmpty())
+                QVERIFY2(window.HasCommand(action->objectName()), qPrintable(action->objectName()));
+            if (action->objectName() == argument)
+                chosen = action;
+        }
+        QVERIFY(chosen);
+        chosen->trigger();
     } else if (drive == QLatin1String("drop")) {
         DropFiles(grid, chosen);
         QTRY_VERIFY_WITH_TIMEOUT(!window.IsWorking(), 60000);

@@ -80,6 +80,11 @@ QString MakeFolder(const QString &documents, const QString &kind)
         QDir().mkpath(path);
         for (const char *name : {"drewnoakes-Canon_PowerShot_S330.jpg", "drewnoakes-HTC_Desire.jpg"})
             QFile::copy(Corpus + QLatin1String(name), path + u'/' + QLatin1String(name));
+    } else if (kind == QLatin1String("newer first")) {
+        // Names in the opposite order of the dates taken (2011, then 2002).
+        QDir().mkpath(path);
+        QFile::copy(Corpus + QStringLiteral("drewnoakes-HTC_Desire.jpg"), path + QStringLiteral("/a.jpg"));
+        QFile::copy(Corpus + QStringLiteral("drewnoakes-Canon_PowerShot_S330.jpg"), path + QStringLiteral("/b.jpg"));
     } else if (kind != QLatin1String("missing") && kind != QLatin1String("new")) {
         QDir().mkpath(path);
         WriteAll(path + QStringLiteral("/notes.txt"), "not a photo");
@@ -139,6 +144,8 @@ void MainWindowTest::commands_data()
     QTest::newRow("new album") << none << QStringList{"mnuFileNew"} << QStringList{"new"} << 1 << 1 << 1 << "" << "";
     QTest::newRow("new album where a folder is") << none << QStringList{"mnuFileNew"} << QStringList{"plain"} << 0 << 0 << 0 << "MessageFailToCreateAlbum" << "";
     QTest::newRow("convert a folder of photos") << none << QStringList{"mnuFileConvert"} << QStringList{"photos"} << 1 << 1 << 1 << "" << "";
+    QTest::newRow("arrange every open album by date taken") << none << QStringList{"mnuFileOpenFolder", "mnuFileOpenFolder", "mnuArrangeAllByTime"}
+                                                            << QStringList{"newer first", "album"} << 2 << 2 << 2 << "" << "first b.jpg";
     QTest::newRow("convert a folder with other files") << none << QStringList{"mnuFileConvert"} << QStringList{"plain"} << 0 << 0 << 0 << "MessageNon-photoContained" << "";
     QTest::newRow("close saves and closes") << none << QStringList{"mnuFileOpen", "mnuFileClose"} << QStringList{"album"} << 0 << 1 << 1 << "" << "";
     QTest::newRow("exit closes the albums") << none << QStringList{"mnuFileOpen", "mnuFileExit"} << QStringList{"album"} << 0 << 1 << 1 << "" << "";
@@ -212,6 +219,10 @@ void MainWindowTest::commands()
             QVERIFY(window && window->isVisible());
             if (shown == QLatin1String("frmAbout"))
                 QVERIFY(window->findChild<QLabel *>(QStringLiteral("AboutVersion"))->text().contains(QLatin1String(OrvanaVersion)));
+        } else if (shown.startsWith(QLatin1String("first "))) {
+            const QList<AlbumWindow *> albums = main.AlbumWindows();
+            QVERIFY(std::any_of(albums.begin(), albums.end(),
+                                [&](AlbumWindow *album) { return album->Document().Record(QStringLiteral("File"), 1) == shown.mid(6); }));
         } else if (!shown.isEmpty()) {
             QCOMPARE(opened.size(), 1);
             QVERIFY(opened[0].toLocalFile().endsWith(shown) && QFileInfo::exists(opened[0].toLocalFile()));

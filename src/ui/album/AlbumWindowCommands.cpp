@@ -212,11 +212,13 @@ void AlbumWindow::BuildPhotoMenu()
     star->setCheckable(true);
     connect(star, &QAction::triggered, this,
             [this](bool on) { RunCommand(on ? QStringLiteral("mnuStarOn") : QStringLiteral("mnuStarOff")); });
-    for (const QString &name : {QStringLiteral("mnuSetNotesForMultiselection"), QStringLiteral("mnuKeywordsCopy"),
-                                QStringLiteral("mnuKeywordsPaste")})
+    // The menu's own twins of the main menus' commands ("1"): the same work, their own captions.
+    for (const QString &name : {QStringLiteral("mnuSetNotesForMultiselection"), QStringLiteral("mnuKeywordsCopy1"),
+                                QStringLiteral("mnuKeywordsPaste1")})
         add(name);
     photoMenu->addSeparator();
-    for (const QString &name : {QStringLiteral("mnuSelectAll"), QStringLiteral("mnuInverse")})
+    for (const QString &name : {QStringLiteral("mnuSelectAll"), QStringLiteral("mnuInverse"), QStringLiteral("mnuSelectStar1"),
+                                QStringLiteral("mnuSelectHighLight1")})
         add(name);
 
     for (QWidget *view : {static_cast<QWidget *>(grid), static_cast<QWidget *>(detail)}) {

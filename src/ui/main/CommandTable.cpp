@@ -50,8 +50,6 @@ const std::vector<CommandRow> &MainCommands()
         {"mnuSetNotesForMultiselection", "Menu", "mnuEdit", "F2", "document-edit", WithAlbum, Album, nullptr, false, true},
         {"mnuKeywordsCopy", "Menu", "mnuEdit", "", "", WithAlbum, Album, nullptr, false, false},
         {"mnuKeywordsPaste", "Menu", "mnuEdit", "", "", WithAlbum, Album, nullptr, false, false},
-        {"mnuKeywordsCopy1", "Menu", "mnuEdit", "", "", WithAlbum, NotBuilt, nullptr, false, false},
-        {"mnuKeywordsPaste1", "Menu", "mnuEdit", "", "", WithAlbum, NotBuilt, nullptr, false, false},
         {"mnuCheckModified", "Menu", "mnuEdit", "F5", "view-refresh", WithAlbum, Album, nullptr, false, true},
         {"mnuOpenWithShell", "Menu", "mnuEdit", "", "document-open", WithAlbum, Album, nullptr, false, true},
         {"mnuChooseProgram", "Menu", "mnuEdit", "", "", WithAlbum, Album, nullptr, false, false},
@@ -62,9 +60,7 @@ const std::vector<CommandRow> &MainCommands()
         {"mnuSelectAll", "Menu", "mnuSelect", "Ctrl+A", "edit-select-all", WithAlbum, Album, nullptr, false, false},
         {"mnuInverse", "Menu", "mnuSelect", "Ctrl+I", "", WithAlbum, Album, nullptr, false, false},
         {"mnuSelectStar", "Menu", "mnuSelect", "", "", WithAlbum, Album, nullptr, false, false},
-        {"mnuSelectStar1", "Menu", "mnuSelect", "", "", WithAlbum, NotBuilt, nullptr, false, false},
         {"mnuSelectHighLight", "Menu", "mnuSelect", "", "", WithAlbum, Album, nullptr, false, false},
-        {"mnuSelectHighLight1", "Menu", "mnuSelect", "", "", WithAlbum, NotBuilt, nullptr, false, false},
         {"mnuHighlightNotedPhotos", "Menu", "mnuSelect", "", "", WithAlbum, Album, nullptr, false, true},
         {"mnuHighlightPhotosWithKeyword", "Menu", "mnuSelect", "Ctrl+F", "edit-find", WithAlbum, Album, nullptr, false, false},
 
@@ -77,7 +73,7 @@ const std::vector<CommandRow> &MainCommands()
         {"mnuByTimeDesc", "Menu", "mnuArrange", "", "", WithAlbum, Album, nullptr, false, false},
         {"mnuByFile", "Menu", "mnuArrange", "", "", WithAlbum, Album, nullptr, false, false},
         {"mnuByFileDesc", "Menu", "mnuArrange", "", "", WithAlbum, Album, nullptr, false, false},
-        {"mnuArrangeAllByTime", "Menu", "mnuArrange", "", "", Always, NotBuilt, nullptr, false, true},
+        {"mnuArrangeAllByTime", "Menu", "mnuArrange", "", "", WithAlbum, Main, &MainWindow::mnuArrangeAllByTime_Click, false, true},
 
         {"mnuRotateLeft", "Menu", "mnuImage", "Ctrl+L", "object-rotate-left", WithAlbum, Album, nullptr, true, false},
         {"mnuRotateRight", "Menu", "mnuImage", "Ctrl+R", "object-rotate-right", WithAlbum, Album, nullptr, true, false},

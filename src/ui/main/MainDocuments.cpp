@@ -16,6 +16,7 @@
 #include "app/Settings.h"
 #include "library/AlbumDocument.h"
 #include "library/AlbumFormat.h"
+#include "library/PhotoRecord.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -177,6 +178,19 @@ void MainWindow::CameraImportToAlbum(const QString &device)
 {
     ShowCameraImport(this, device, AlbumWindows(),
                      [this](const QString &path, const std::function<void(AlbumWindow *)> &opened) { OpenAlbum(path, opened); });
+}
+
+// Every open album by date taken, after one question; an album busy with long work is left as it
+// is, as its own commands would be.
+void MainWindow::mnuArrangeAllByTime_Click()
+{
+    bool asked = false;
+    for (AlbumWindow *album : AlbumWindows()) {
+        if (album->IsWorking())
+            continue;
+        if (!album->Document().ArrangePhotos(PhotoRecord::CaptureDate, true, !std::exchange(asked, true), prompter.get()))
+            return;
+    }
 }
 
 void MainWindow::mnuCameraImport_Click()

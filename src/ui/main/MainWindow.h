@@ -35,6 +35,8 @@ public:
     int MDIChildren() const;
     bool HasActiveDoc() const;
     AlbumWindow *ActiveAlbum() const;
+    // Every album shown in the document area.
+    QList<AlbumWindow *> AlbumWindows() const;
     // Shows the album commands the active album window has, enables those that need an album.
     void EnableDocMenus();
     // The action of a command of the routing table, or of a recent document ("mnuRecentDoc1"...).
@@ -63,6 +65,7 @@ public:
     void mnuFileExit_Click();
     void mnuClearRecentDocs_Click();
     void mnuCameraImport_Click();
+    void mnuArrangeAllByTime_Click();
     void mnuWindowCascade_Click();
     void mnuWindowTileHorizontal_Click();
     void mnuWindowTileVertical_Click();
@@ -80,9 +83,9 @@ private:
     void BuildCommands();
     QMenu *MenuFor(const QString &name);
     void RebuildRecentDocsMenu();
-    // `opened` learns the album's window once it shows, or null when the album did not open.
+    // `opened` learns the album's window once the album has opened (its whole list read and its
+    // drop folder imported), or null when it did not open.
     void OpenAlbum(const QString &path, const std::function<void(AlbumWindow *)> &opened = {});
-    QList<AlbumWindow *> AlbumWindows() const;
     void StartOpenedAlbum(const QString &path, AlbumDocument::OpenResult &prepared, bool listMade,
                           const std::function<void(AlbumWindow *)> &opened);
     void ShowAlbumWindow(AlbumWindow *album);
