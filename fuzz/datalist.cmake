@@ -13,6 +13,7 @@ orvana_add_fuzzer(fuzz_data_list_stream
           ${CMAKE_SOURCE_DIR}/src/datalist/DataList.cpp
           ${CMAKE_SOURCE_DIR}/src/datalist/DataListReader.cpp
           ${CMAKE_SOURCE_DIR}/src/datalist/DataListXml.cpp
+          ${CMAKE_SOURCE_DIR}/src/datalist/DataListBatches.cpp
           ${CMAKE_SOURCE_DIR}/src/datalist/DataListScanner.cpp
           ${CMAKE_SOURCE_DIR}/src/datalist/DataListStreamReader.cpp
   LIBRARIES Qt6::Core

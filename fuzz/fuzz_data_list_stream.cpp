@@ -1,6 +1,8 @@
 // Any bytes as a list file: the streamed reading agrees with DataList's own, in outcome, error
-// text, items and document properties.
+// text, items and document properties; and so do the items gathered in batches (as an album's
+// window takes them in) once the batches are put together.
 #include "datalist/DataList.h"
+#include "datalist/DataListBatches.h"
 #include "datalist/DataListStream.h"
 
 #include <QBuffer>
@@ -22,6 +24,34 @@ public:
     QList<QStringList> items;
 };
 
+QStringList PlainEntries(const DataList &list, int index)
+{
+    QStringList item;
+    for (const DataList::Entry &entry : list.ItemAt(index)) {
+        if (entry.kind != DataList::Kind::Nested)
+            item << list.KeyName(entry.key) << entry.value;
+    }
+    return item;
+}
+
+// The items read again in batches of one, then two, put together in one list.
+DataList Batched(QByteArray &bytes)
+{
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    DataList together;
+    DataListBatches batches(
+        1, 2, [&](DataList &batch) {
+            together.TakeItemsOf(batch);
+            return true;
+        },
+        [&] { together = DataList(); });
+    DataList properties;
+    StreamDataListItems(buffer, properties, batches);
+    batches.Flush();
+    return together;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -40,15 +70,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         std::abort();
     if (!expected)
         return 0;
-    if (collector.items.size() != whole.ItemCount())
+    const DataList batched = Batched(bytes);
+    if (collector.items.size() != whole.ItemCount() || batched.ItemCount() != whole.ItemCount())
         std::abort();
     for (int i = 1; i <= whole.ItemCount(); ++i) {
-        QStringList item;
-        for (const DataList::Entry &entry : whole.ItemAt(i)) {
-            if (entry.kind != DataList::Kind::Nested)
-                item << whole.KeyName(entry.key) << entry.value;
-        }
-        if (item != collector.items[i - 1])
+        const QStringList item = PlainEntries(whole, i);
+        if (item != collector.items[i - 1] || item != PlainEntries(batched, i))
             std::abort();
     }
     for (const QString &key : whole.DocumentKeys()) {
