@@ -9,6 +9,7 @@
 #include "app/ProfileFile.h"
 #include "app/RecentDocs.h"
 #include "app/Settings.h"
+#include "app/UpdateCheck.h"
 
 #include <QDir>
 
@@ -104,7 +105,7 @@ void CheckForUpdates(StartupHost &host)
     const qint64 today = DayNumber(Environment().Today());
     if (lastCheck == 0)
         WriteSetting(SystemSection, key, QString::number(today));
-    else if (today - lastCheck >= UpdateCheckIntervalDays)
+    else if (today - lastCheck >= UpdateCheckIntervalDays && !UpdatePage().isEmpty())
         host.StartVersionUpdater();
 }
 

@@ -2,6 +2,7 @@
 
 #include "ui/main/MainWindow.h"
 #include "app/Paths.h"
+#include "app/Plugins.h"
 #include "ui/SplashWindow.h"
 
 #include <QApplication>
@@ -24,11 +25,20 @@ void GuiStartupHost::Inform(const QString &text)
     QMessageBox::information(main, QStringLiteral("Orvana"), text);
 }
 
-// The map pages, the plug-ins, the updater, the camera-import and GPS windows are not part of
-// this build yet; start-up asks for them in their place.
+// The map pages and the GPS window are not part of this build yet; start-up asks for them in their
+// place.
 void GuiStartupHost::LoadMapServerTemplates() {}
-void GuiStartupHost::ShowUpdaterWindow() {}
-void GuiStartupHost::DiscoverPlugins() {}
+
+// "/VersionUpdater": the page, in the browser; with none named there is nothing to show.
+void GuiStartupHost::ShowUpdaterWindow()
+{
+    OpenUpdatePage();
+}
+
+void GuiStartupHost::DiscoverPlugins()
+{
+    LoadPlugins();
+}
 void GuiStartupHost::CameraImportToAlbum(const QString &device)
 {
     if (main)

@@ -6,6 +6,7 @@
 #include "app/Startup.h"
 #include "app/Settings.h"
 #include "TestEnvironment.h"
+#include "app/UpdateCheck.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,6 +31,8 @@ private slots:
     void lookups_data();
     void lookups();
     void shippedLanguagesNameThemselves();
+    void updatePageAddress_data();
+    void updatePageAddress();
     void recentDocsAdding_data();
     void recentDocsAdding();
     void recentDocsSavingAndLoading();
@@ -240,6 +243,7 @@ void StartupTest::settledByStart_data()
     QTest::newRow("update check 8 days old") << "en_US" << QByteArray("[System]\nLastCheckUpdate=46340\n") << "" << QStringList{"updater=1", "System/LastCheckUpdate=46340"};
     QTest::newRow("zero counts as never") << "en_US" << QByteArray("[System]\nLastCheckUpdate=0\n") << "" << QStringList{"updater=0", "System/LastCheckUpdate=46348"};
     QTest::newRow("update check also for the GPS window") << "en_US" << QByteArray("[System]\nLastCheckUpdate=1\n") << "/GPS" << QStringList{"updater=1"};
+    QTest::newRow("no update page: no check") << "en_US" << QByteArray("[System]\nLastCheckUpdate=1\n") << "" << QStringList{"updater=0"};
 }
 
 void StartupTest::settledByStart()
@@ -250,7 +254,11 @@ void StartupTest::settledByStart()
     QFETCH(QStringList, expected);
     ScopedTestEnvironment environment;
     UseTestLanguages(environment);
-    QFile::copy(QStringLiteral(ORVANA_SOURCE_DIR "/resources/Services.ini"), environment.Env().install + QStringLiteral("/Resources/Services.ini"));
+    const QString services = environment.Env().install + QStringLiteral("/Resources/Services.ini");
+    QFile::copy(QStringLiteral(ORVANA_SOURCE_DIR "/resources/Services.ini"), services);
+    // The shipped file names no update page; these starts have one, but for the row about that.
+    if (QLatin1String(QTest::currentDataTag()) != QLatin1String("no update page: no check"))
+        WriteAll(services, ReadAll(services).replace("[Updates]\nPage=", "[Updates]\nPage=https://updates.example/check"));
     WriteAll(environment.Root() + QStringLiteral("/a-file"), "not a folder");
     environment.Env().locale = locale;
     if (!settings.isNull())
@@ -332,6 +340,31 @@ void StartupTest::shippedLanguagesNameThemselves()
         QCOMPARE(GetLocalizedString(QStringLiteral("LanguageName"), QStringLiteral("OrvDocument")), language);
         QVERIFY(GetLocalizedString(QStringLiteral("ScreenCheck"), QStringLiteral("System")) != QLatin1String("ScreenCheck"));
     }
+}
+
+void StartupTest::updatePageAddress_data()
+{
+    QTest::addColumn<int>("offsetSeconds");
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("system");
+    QTest::addColumn<QString>("expected"); // after the page
+
+    QTest::newRow("half-hour zone east") << 19800 << "English" << "debian 12"
+        << "?software=Orvana-Win-V2&language=English&machine=5f0c&timezone=GMT%2B05.5&version=2.0.0&albums=17&osversion=debian%2012";
+    QTest::newRow("zone west") << -3 * 3600 << "English" << "debian 12"
+        << "?software=Orvana-Win-V2&language=English&machine=5f0c&timezone=GMT-03.0&version=2.0.0&albums=17&osversion=debian%2012";
+    QTest::newRow("UTC, a language name to encode") << 0 << QString::fromUtf8("简体中文") << "arch"
+        << "?software=Orvana-Win-V2&language=%E7%AE%80%E4%BD%93%E4%B8%AD%E6%96%87&machine=5f0c&timezone=GMT%2B00.0&version=2.0.0&albums=17&osversion=arch";
+}
+
+void StartupTest::updatePageAddress()
+{
+    QFETCH(int, offsetSeconds);
+    QFETCH(QString, language);
+    QFETCH(QString, system);
+    QFETCH(QString, expected);
+    const UpdateFacts facts{language, QStringLiteral("5f0c"), UpdateTimeZone(offsetSeconds), QStringLiteral("2.0.0"), QStringLiteral("17"), system};
+    QCOMPARE(UpdatePageAddress(QStringLiteral("https://updates.example/check"), facts), QStringLiteral("https://updates.example/check") + expected);
 }
 
 void StartupTest::recentDocsAdding_data()

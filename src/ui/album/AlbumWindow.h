@@ -55,6 +55,8 @@ public:
     void ImportPaths(const QStringList &paths);
     // Copies the photos of a camera or card into the album and brings them in, as long work.
     void ImportCardPhotos(const QStringList &photos);
+    // Runs a plug-in on this album and its selection as long work; an importer's files come in.
+    void LaunchPlugin(const QString &name);
     // The pickers of the import commands.
     void SetFileChooser(std::unique_ptr<FileChooser> chooser);
 

@@ -14,9 +14,11 @@
 #include "ui/album/ThumbnailView.h"
 
 #include "app/Language.h"
+#include "app/Plugins.h"
 #include "app/ProgressSink.h"
 
 #include <QDir>
+#include <QIcon>
 #include <QLineEdit>
 #include <QMenu>
 #include <QStackedWidget>
@@ -220,6 +222,20 @@ void AlbumWindow::BuildPhotoMenu()
     for (const QString &name : {QStringLiteral("mnuSelectAll"), QStringLiteral("mnuInverse"), QStringLiteral("mnuSelectStar1"),
                                 QStringLiteral("mnuSelectHighLight1")})
         add(name);
+    // Every plug-in found at start-up, whatever its type, runs on this album from here.
+    if (!LoadedPlugins().empty()) {
+        QMenu *plugins = photoMenu->addMenu(MenuText(QStringLiteral("mnuRunPlugin")));
+        plugins->setObjectName(QStringLiteral("mnuRunPlugin"));
+        for (const PluginInfo &plugin : LoadedPlugins()) {
+            QAction *action = plugins->addAction(plugin.icon.isEmpty() ? QIcon() : QIcon(plugin.icon),
+                                                 plugin.menu.isEmpty() ? plugin.name : plugin.menu);
+            action->setObjectName(plugin.name + QStringLiteral("_docmenu_"));
+            connect(action, &QAction::triggered, this, [this, name = plugin.name] {
+                if (!IsWorking())
+                    LaunchPlugin(name);
+            });
+        }
+    }
 
     for (QWidget *view : {static_cast<QWidget *>(grid), static_cast<QWidget *>(detail)}) {
         view->setContextMenuPolicy(Qt::CustomContextMenu);

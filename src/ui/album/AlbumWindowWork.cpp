@@ -16,6 +16,9 @@
 #include "app/ProgressSink.h"
 #include "library/AlbumDocument.h"
 #include "library/AlbumOpening.h"
+#include "library/PluginCall.h"
+#include "app/Plugins.h"
+#include "ui/album/AlbumCommands.h"
 #include "library/CameraImport.h"
 #include "library/OrvAlbumImporter.h"
 
@@ -185,6 +188,32 @@ void AlbumWindow::ImportCardPhotos(const QStringList &photos)
         return;
     AlbumDocument *album = document.get();
     RunImport([album, photos](ProgressSink &progress) { return ::ImportCardPhotos(*album, photos, progress); });
+}
+
+void AlbumWindow::LaunchPlugin(const QString &name)
+{
+    const CommandTarget target = Target();
+    const quint64 handle = window()->winId();
+    const PluginValues values = PluginValuesFor(*document, target.current, target.selected, handle, handle);
+    QString title = GetPluginValue(PluginsFolder(), name, QStringLiteral("Menu"));
+    if (title.isEmpty())
+        title = name;
+    auto outcome = std::make_shared<PluginOutcome>();
+    AlbumDocument *album = document.get();
+    StartWork(
+        title, [outcome, album, name, values](ProgressSink &progress) { *outcome = ::LaunchPlugin(*album, PluginsFolder(), name, values, progress); },
+        [this, outcome, title] {
+            if (document->IsModified()) {
+                if (const Result saved = document->SaveDocumentToFile(); !saved)
+                    prompter->Error(MenuText("mnuFileSave"), saved.message);
+            }
+            if (closeWhenStopped)
+                return;
+            if (!outcome->run)
+                prompter->Error(title, outcome->run.message);
+            else if (!outcome->imported.Clean())
+                prompter->Inform(title, outcome->imported.ProblemLines().join(u'\n'));
+        });
 }
 
 void AlbumWindow::RunImport(std::function<ImportReport(ProgressSink &)> import)

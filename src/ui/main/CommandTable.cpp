@@ -20,6 +20,9 @@ const std::vector<MenuRow> &MainMenus()
         {"mnuView", ""},    {"mnuArrange", ""},           {"mnuImage", ""},  {"mnuGPS", ""},
         {"mnuPublish", ""}, {"mnuPrintExpress", ""},      {"mnuTools", ""},  {"mnuPlugins", ""},
         {"mnuWindow", ""},  {"mnuHelp", ""},
+        // Filled by the plug-ins found at start-up, by their type.
+        {"mnuImporterPlugin", "mnuPlugins"}, {"mnuEditorPlugin", "mnuPlugins"}, {"mnuExporterPlugin", "mnuPlugins"},
+        {"mnuAlbumExporterPlugin", "mnuPlugins"}, {"mnuPhotoExporterPlugin", "mnuPlugins"},
     };
     return menus;
 }
@@ -116,15 +119,8 @@ const std::vector<CommandRow> &MainCommands()
         {"mnuAMRenameAlbum", "Menu", "mnuTools", "", "", Always, NotBuilt, nullptr, false, false},
         {"mnuAMShowInShell", "Menu", "mnuTools", "", "", Always, NotBuilt, nullptr, false, false},
         {"mnuGlobalSearch", "Menu", "mnuTools", "", "", Always, NotBuilt, nullptr, false, false},
-        {"mnuVersionUpdater", "Menu", "mnuTools", "", "", Always, NotBuilt, nullptr, false, false},
+        {"mnuVersionUpdater", "Menu", "mnuTools", "", "", Always, Main, &MainWindow::mnuVersionUpdater_Click, false, false},
         {"mnuOptions", "Menu", "mnuTools", "Ctrl+,", "preferences-system", Always, Main, &MainWindow::mnuOptions_Click, true, true},
-
-        {"mnuImporterPlugin", "Menu", "mnuPlugins", "", "", Always, NotBuilt, nullptr, false, false},
-        {"mnuEditorPlugin", "Menu", "mnuPlugins", "", "", Always, NotBuilt, nullptr, false, false},
-        {"mnuExporterPlugin", "Menu", "mnuPlugins", "", "", Always, NotBuilt, nullptr, false, false},
-        {"mnuAlbumExporterPlugin", "Menu", "mnuPlugins", "", "", Always, NotBuilt, nullptr, false, false},
-        {"mnuPhotoExporterPlugin", "Menu", "mnuPlugins", "", "", Always, NotBuilt, nullptr, false, false},
-        {"mnuRunPlugin", "Menu", "mnuPlugins", "", "", Always, NotBuilt, nullptr, false, false},
 
         {"mnuWindowCascade", "Menu", "mnuWindow", "", "", Windowed, Main, &MainWindow::mnuWindowCascade_Click, false, false},
         {"mnuWindowTileHorizontal", "Menu", "mnuWindow", "", "", Windowed, Main, &MainWindow::mnuWindowTileHorizontal_Click, false, false},

@@ -17,6 +17,7 @@
 #include "app/ProfileFile.h"
 #include "app/RecentDocs.h"
 #include "app/Settings.h"
+#include "app/UpdateCheck.h"
 
 #include <algorithm>
 #include <QCloseEvent>
@@ -57,6 +58,7 @@ MainWindow::MainWindow(QWidget *parent)
     documents->setDocumentMode(true);
     ApplyDocumentMode();
     BuildCommands();
+    BuildPluginMenus();
     LocalizeForm(this);
     resize(1024, 720);
     LoadRecentDocs();
@@ -179,6 +181,8 @@ void MainWindow::EnableDocMenus()
         action->setEnabled(row.availability == Availability::Always || (row.availability == Availability::WithAlbum && album)
                            || (row.availability == Availability::WithWindowedAlbums && windowed));
     }
+    for (QAction *action : std::as_const(pluginActions))
+        action->setEnabled(album && !album->IsWorking());
     // A menu with nothing to show is not shown either.
     for (QMenu *menu : std::as_const(menus)) {
         const QList<QAction *> entries = menu->actions();
@@ -323,6 +327,25 @@ void MainWindow::mnuInfoOnWeb_Click()
     query.addQueryItem(QStringLiteral("lang"), CurrentLanguage());
     page.setQuery(query);
     QDesktopServices::openUrl(page);
+}
+
+// The page opens in the user's browser, which reports nothing back: the check counts as made
+// once the page is handed to it.
+void MainWindow::mnuVersionUpdater_Click()
+{
+    if (!OpenUpdatePage())
+        prompter->Inform(GetLocalizedString(QStringLiteral("mnuVersionUpdater"), QStringLiteral("Menu")),
+                         GetLocalizedString(QStringLiteral("MessageNoUpdatePage"), QStringLiteral("Menu")));
+}
+
+bool OpenUpdatePage()
+{
+    const QString page = UpdatePage();
+    if (page.isEmpty())
+        return false;
+    QDesktopServices::openUrl(QUrl(UpdatePageAddress(page, CurrentUpdateFacts())));
+    RecordUpdateCheck();
+    return true;
 }
 
 void MainWindow::ShowWelcomeWindow()

@@ -22,6 +22,9 @@ class WelcomeWindow;
 
 // frmMain: the frame that holds the album windows and routes the menu commands. Its menus, tool
 // bar and shortcuts are built from the routing table (CommandTable.h).
+// Opens the update check page in the browser; false when the installation names none.
+bool OpenUpdatePage();
+
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -73,6 +76,7 @@ public:
     void mnuOptions_Click();
     void mnuHelpContents_Click();
     void mnuInfoOnWeb_Click();
+    void mnuVersionUpdater_Click();
     void mnuHelpAbout_Click();
 
 protected:
@@ -80,6 +84,7 @@ protected:
     void AlbumWindowGone();
 
 private:
+    void BuildPluginMenus();
     void BuildCommands();
     QMenu *MenuFor(const QString &name);
     void RebuildRecentDocsMenu();
@@ -96,6 +101,7 @@ private:
     QMdiArea *documents;
     QToolBar *toolBar;
     QHash<QString, QMenu *> menus;
+    QList<QAction *> pluginActions;
     QHash<QString, QAction *> commands;
     QList<QAction *> recentEntries;
     std::unique_ptr<FileChooser> chooser;
