@@ -6,6 +6,9 @@
 #include "ui/edit/AdjustImageWindow.h"
 #include "ui/edit/CropImageWindow.h"
 #include "ui/edit/CropPreview.h"
+#include "ui/common/FileChooser.h"
+#include "ui/main/OptionsWindow.h"
+#include "library/KeptOriginals.h"
 #include "TestEnvironment.h"
 
 #include <QApplication>
@@ -13,6 +16,8 @@
 #include <QDir>
 #include <QLabel>
 #include <QListView>
+#include <QMessageBox>
+#include <QTimer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
@@ -31,6 +36,7 @@ private slots:
     void cropRectangle();
     void albumEdits_data();
     void albumEdits();
+    void optionsLetOriginalsGo();
 
 private:
     std::unique_ptr<ScopedTestEnvironment> environment;
@@ -200,6 +206,26 @@ void EditWindowsTest::albumEdits()
     QCOMPARE(window.Document().IsModified(), true);
     // Every edit leaves the original kept; a revert takes it back.
     QCOMPARE(QFile::exists(folder + QStringLiteral("/studio.data/originals/") + Photo), !original);
+}
+
+// The options window sizes the open albums' kept originals and, once the user agrees, lets them go.
+void EditWindowsTest::optionsLetOriginalsGo()
+{
+    const QString album = environment->Root() + QStringLiteral("/Trip");
+    QDir().mkpath(KeptOriginals::Folder(album));
+    QVERIFY(QFile::copy(Corpus + Photo, KeptOriginals::PathOf(album, Photo)));
+    DialogFileChooser chooser;
+    OptionsWindow window(chooser, {album});
+    window.show();
+    auto *room = window.findChild<QLabel *>(QStringLiteral("KeptOriginalsRoom"));
+    QVERIFY(room->text().contains(QLocale().formattedDataSize(QFileInfo(Corpus + Photo).size())));
+    QTimer::singleShot(0, &window, [] {
+        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget()))
+            box->button(QMessageBox::Yes)->click();
+    });
+    window.findChild<QPushButton *>(QStringLiteral("LetOriginalsGo"))->click();
+    QTRY_VERIFY(!QFileInfo::exists(KeptOriginals::Folder(album)));
+    QVERIFY(room->text().contains(QLocale().formattedDataSize(0)));
 }
 
 QTEST_MAIN(EditWindowsTest)
