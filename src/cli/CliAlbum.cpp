@@ -187,6 +187,7 @@ const CliGroup &AlbumCommands()
             {"edit", "ALBUM bw|sepia|enhance FILE...", "one effect on photos", {}, OnAlbum<AlbumEdit>},
             {"adjust", "ALBUM CONTRAST RED GREEN BLUE FILE...", "the adjust window's slider positions", {}, OnAlbum<AlbumAdjust>},
             {"crop", "ALBUM LEFT TOP RIGHT BOTTOM FILE", "RIGHT and BOTTOM are the first column and row left out", {}, OnAlbum<AlbumCrop>},
+            {"revert", "ALBUM FILE...", "puts back each photo's original, kept at its first edit", {}, OnAlbum<AlbumRevert>},
             {"write-metadata", "ALBUM [FILE...]", "captions, keywords and positions into the files; no FILE: every photo", {}, OnAlbum<AlbumWriteMetadata>},
         },
         "",

@@ -87,6 +87,22 @@ int AlbumCrop(const CliArguments &args, AlbumDocument &album)
     return Finish(album, CropPhoto(album, records->front(), {(*edges)[0], (*edges)[1], (*edges)[2], (*edges)[3]}), 1);
 }
 
+int AlbumRevert(const CliArguments &args, AlbumDocument &album)
+{
+    if (args.positional.size() < 2)
+        return args.UsageError(QStringLiteral("album revert takes ALBUM and FILE..."));
+    const auto records = RecordsNamed(album, args.positional.mid(1));
+    if (!records)
+        return ExitFailed;
+    CliProgressSink progress;
+    QStringList failures;
+    const int done = RevertPhotos(album, *records, progress, &failures);
+    for (const QString &failure : std::as_const(failures))
+        Fail(failure);
+    // A photo never edited has no original: asking for it is an error the user should hear of.
+    return Finish(album, done, records->size());
+}
+
 int AlbumWriteMetadata(const CliArguments &args, AlbumDocument &album)
 {
     QList<int> indices;

@@ -18,4 +18,5 @@ int AlbumRotate(const CliArguments &args, AlbumDocument &album);
 int AlbumEdit(const CliArguments &args, AlbumDocument &album);
 int AlbumAdjust(const CliArguments &args, AlbumDocument &album);
 int AlbumCrop(const CliArguments &args, AlbumDocument &album);
+int AlbumRevert(const CliArguments &args, AlbumDocument &album);
 int AlbumWriteMetadata(const CliArguments &args, AlbumDocument &album);

@@ -1,6 +1,7 @@
 // The document's actions on notes, keywords, searches and deletion.
 #include "library/AlbumDocument.h"
 
+#include "library/KeptOriginals.h"
 #include "library/Keywords.h"
 #include "app/Language.h"
 #include "library/PhotoRecord.h"
@@ -104,8 +105,15 @@ AlbumDocument::DeleteReport AlbumDocument::DeleteItems(QList<int> indices)
                 continue;
             }
         }
-        if (!photo.isEmpty())
+        if (!photo.isEmpty()) {
             QFile::remove(ThumbnailFilePath(index));
+            // The kept original follows its photo to the trash, where the two can be restored
+            // together. Left behind, it would later be taken for the original of another photo
+            // given the same name, so when the trash refuses it, it goes for good.
+            const QString original = KeptOriginals::PathOf(path, Record(PhotoRecord::File, index));
+            if (!KeptOriginals::Trash(original))
+                QFile::remove(original);
+        }
         removed << index;
     }
     RemoveRecords(removed);

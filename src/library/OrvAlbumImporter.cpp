@@ -3,6 +3,7 @@
 #include "library/AlbumDocument.h"
 #include "imaging/ImageTags.h"
 #include "library/ImportedPhoto.h"
+#include "library/KeptOriginals.h"
 #include "app/Language.h"
 #include "imaging/ParallelWork.h"
 #include "library/PhotoRecord.h"
@@ -13,6 +14,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 #include <QThread>
@@ -197,6 +199,9 @@ ImportReport OrvAlbumImporter::Import(const QStringList &paths, const std::vecto
                 continue;
             }
             const PhotoInfo info = static_cast<std::size_t>(job.sourceIndex) < infos.size() ? infos[static_cast<std::size_t>(job.sourceIndex)] : PhotoInfo();
+            // A photo just taken in was never edited here: an original kept under its name belongs
+            // to a photo that left the album, and must never be put back in place of this one.
+            QFile::remove(KeptOriginals::PathOf(layout.album, job.name));
             made.push_back(MakeRecord(job, info));
             report.sources << job.source;
             if (!job.photo.warning.isEmpty())

@@ -4,8 +4,12 @@
 #include "app/Language.h"
 #include "app/LenientNumber.h"
 #include "imaging/MetadataWriter.h"
+#include "library/KeptOriginals.h"
 #include "library/PhotoRecord.h"
 #include "app/ProgressSink.h"
+#include "imaging/PhotoReading.h"
+
+#include <QFile>
 
 #include <functional>
 
@@ -30,23 +34,46 @@ void TakeFacts(AlbumDocument &document, int index, const PhotoFileFacts &facts, 
 struct PhotoPaths {
     QString photo;
     QString thumbnail;
+    QString original; // where the photo's file is kept before its first edit
 };
+
+std::vector<PhotoPaths> PathsOf(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress)
+{
+    std::vector<PhotoPaths> paths;
+    progress.Apply([&] {
+        for (const int index : indices) {
+            const QString photo = document.PhotoFilePath(index);
+            paths.push_back({photo, document.ThumbnailFilePath(index),
+                             photo.isEmpty() ? QString() : KeptOriginals::PathOf(document.Path(), document.Record(PhotoRecord::File, index))});
+        }
+    });
+    return paths;
+}
+
+// Every edit keeps the photo as it was first; a photo whose original cannot be kept is not
+// edited, and an original kept for an edit that then failed is let go again.
+EditOutcome EditKeepingOriginal(const PhotoPaths &path, const Edit &edit)
+{
+    bool madeNow = false;
+    if (const Result kept = KeptOriginals::Keep(path.photo, path.original, &madeNow); !kept)
+        return {kept, {}, {}};
+    EditOutcome outcome = edit(path.photo, path.thumbnail);
+    if (!outcome.result && madeNow)
+        QFile::remove(path.original);
+    return outcome;
+}
 
 // The paths are read from the document in one Apply; each file is edited outside it and its
 // record takes the new facts in an Apply of its own, in list order.
 int EditPhotos(AlbumDocument &document, const QList<int> &indices, const Edit &edit, bool swapSides, ProgressSink &progress)
 {
-    std::vector<PhotoPaths> paths;
-    progress.Apply([&] {
-        for (const int index : indices)
-            paths.push_back({document.PhotoFilePath(index), document.ThumbnailFilePath(index)});
-    });
+    const std::vector<PhotoPaths> paths = PathsOf(document, indices, progress);
     progress.Begin(GetLocalizedString(QStringLiteral("Processing"), QStringLiteral("General")), static_cast<int>(indices.size()));
     int edited = 0;
     for (qsizetype i = 0; i < indices.size() && !progress.Cancelled(); ++i) {
         const PhotoPaths &path = paths[static_cast<std::size_t>(i)];
         if (!path.photo.isEmpty()) {
-            const EditOutcome outcome = edit(path.photo, path.thumbnail);
+            const EditOutcome outcome = EditKeepingOriginal(path, edit);
             if (outcome.result) {
                 progress.Apply([&] { TakeFacts(document, indices[i], outcome.facts, swapSides); });
                 ++edited;
@@ -86,9 +113,14 @@ int AdjustPhotos(AlbumDocument &document, const QList<int> &indices, const Adjus
 int CropPhoto(AlbumDocument &document, int index, const CropRectangle &rectangle)
 {
     NoProgress quiet;
+    return CropPhoto(document, index, rectangle, quiet);
+}
+
+int CropPhoto(AlbumDocument &document, int index, const CropRectangle &rectangle, ProgressSink &progress)
+{
     return EditPhotos(document, {index}, [&rectangle](const QString &photo, const QString &thumbnail) {
         return CropPhotoFile(photo, rectangle, thumbnail);
-    }, false, quiet);
+    }, false, progress);
 }
 
 int ActionRotateLeft(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress)
@@ -99,6 +131,30 @@ int ActionRotateLeft(AlbumDocument &document, const QList<int> &indices, Progres
 int ActionRotateRight(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress)
 {
     return RotatePhotos(document, indices, Turn::Right, progress);
+}
+
+int RevertPhotos(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress, QStringList *failures)
+{
+    const std::vector<PhotoPaths> paths = PathsOf(document, indices, progress);
+    progress.Begin(GetLocalizedString(QStringLiteral("Processing"), QStringLiteral("General")), static_cast<int>(indices.size()));
+    int reverted = 0;
+    for (qsizetype i = 0; i < indices.size() && !progress.Cancelled(); ++i) {
+        const PhotoPaths &path = paths[static_cast<std::size_t>(i)];
+        // A photo never edited has nothing to go back to: it is simply left as it is.
+        if (!path.photo.isEmpty() && QFile::exists(path.original)) {
+            if (const Result restored = KeptOriginals::Restore(path.original, path.photo); restored) {
+                // Read as an import reads it, so the record takes back the values it had then.
+                const PhotoReading reading = ReadPhoto(path.photo, path.thumbnail, ThumbnailSource::Photo);
+                progress.Apply([&] { TakeFacts(document, indices[i], reading.facts, false); });
+                ++reverted;
+            } else if (failures) {
+                *failures << restored.message;
+            }
+        }
+        progress.Advance(static_cast<int>(i + 1));
+    }
+    progress.End();
+    return reverted;
 }
 
 int WriteMetadataOfPhotos(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress, QStringList *failures)

@@ -15,6 +15,14 @@ int RotatePhotos(AlbumDocument &document, const QList<int> &indices, Turn turn, 
 int ApplyEffectToPhotos(AlbumDocument &document, const QList<int> &indices, PhotoEffect effect, ProgressSink &progress);
 int AdjustPhotos(AlbumDocument &document, const QList<int> &indices, const AdjustSliders &sliders, ProgressSink &progress);
 int CropPhoto(AlbumDocument &document, int index, const CropRectangle &rectangle);
+// The same as long work: the document reached only through progress.Apply.
+int CropPhoto(AlbumDocument &document, int index, const CropRectangle &rectangle, ProgressSink &progress);
+
+// Each edit above first keeps the photo's file as it was (KeptOriginals.h). This puts the kept
+// file back in place of each photo that has one and gives the record the file's size, time and
+// pixel size as an import reads them; its thumbnail is made again. Returns the photos reverted;
+// failures are in the messages.
+int RevertPhotos(AlbumDocument &document, const QList<int> &indices, ProgressSink &progress, QStringList *failures = nullptr);
 
 // The menu's quarter turns of the photos a view chose. The document is read and changed only
 // inside progress.Apply, the files are edited outside it.

@@ -8,6 +8,23 @@
 
 namespace {
 
+// Runs the commands in order; one not enabled yet (an album command while the album opens) is
+// waited for, up to half a minute.
+void RunWhenEnabled(MainWindow *main, QStringList names, int triesLeft)
+{
+    while (!names.isEmpty()) {
+        QAction *action = main->Command(names.first());
+        if (action && !action->isEnabled()) {
+            if (triesLeft > 0)
+                QTimer::singleShot(100, main, [main, names, triesLeft] { RunWhenEnabled(main, names, triesLeft - 1); });
+            return;
+        }
+        names.removeFirst();
+        if (action)
+            action->trigger();
+    }
+}
+
 // ORVANA_RUN_COMMANDS="mnuOptions mnuHelpAbout": commands of the menus run once the main window is
 // up, so scripts that document the program (scripts/screenshots) reach a window without a user.
 void RunCommandsFromEnvironment(MainWindow *main)
@@ -15,12 +32,7 @@ void RunCommandsFromEnvironment(MainWindow *main)
     const QStringList names = qEnvironmentVariable("ORVANA_RUN_COMMANDS").split(u' ', Qt::SkipEmptyParts);
     if (!main || names.isEmpty())
         return;
-    QTimer::singleShot(0, main, [main, names] {
-        for (const QString &name : names) {
-            if (QAction *action = main->Command(name); action && action->isEnabled())
-                action->trigger();
-        }
-    });
+    QTimer::singleShot(0, main, [main, names] { RunWhenEnabled(main, names, 300); });
 }
 
 } // namespace

@@ -113,6 +113,21 @@ void CliAlbumPhotosTest::verbs_data()
                                                      << "" << L{"p2.jpg could not be moved to the trash: there is no trash", "p3.jpg could not"} << "File" << L{"p1.jpg", "p2.jpg", "p3.jpg"} << L{"A/p2.jpg"};
     QTest::newRow("changes outside: new, rewritten, gone") << Steps{{"@copy", "A/p3.jpg", "A/new.jpg"}, {"@write", "A/p1.jpg"}, {"@remove", "A/p2.jpg"}, {"album", "check", "A", "--remove-missing"}}
                                                          << "" << L{} << "Size" << L{"13", "126300", "126300"} << L{"!A/p2.jpg"};
+    // Every edit keeps the photo as it was first; revert puts that file back, in an album moved
+    // since, and the record takes back its size.
+    QTest::newRow("revert after a turn and sepia") << Steps{{"album", "rotate", "A", "right", "p1.jpg"}, {"album", "edit", "A", "sepia", "p1.jpg"}, {"@move", "A", "Moved"},
+                                                           {"album", "revert", "Moved", "p1.jpg"}, {"@move", "Moved", "A"}}
+                                                   << "" << L{} << "Size" << L{"338025", "25248", "126300"} << L{"!A/studio.data/originals/p1.jpg"};
+    QTest::newRow("an unedited photo has nothing to revert") << Steps{{"album", "edit", "A", "bw", "p1.jpg"}, {"fails", "album", "revert", "A", "p1.jpg", "p2.jpg"}}
+                                                             << "" << L{"1 of 2 photos could not be changed"} << "Size" << L{"338025", "25248", "126300"} << L{};
+    QTest::newRow("a deleted photo's original goes to the trash with it") << Steps{{"album", "edit", "A", "enhance", "p2.jpg"}, {"album", "delete", "A", "p2.jpg"}}
+                                                                          << "" << L{} << "File" << L{"p1.jpg", "p3.jpg"}
+                                                                          << L{"!A/studio.data/originals/p2.jpg", ".local/share/Trash/files/p2.jpg", "!A/p2.jpg"};
+    // A photo gone outside the program leaves its original behind; another photo taken in under
+    // that name must never be reverted to it.
+    QTest::newRow("a new photo under an old name has no original") << Steps{{"album", "rotate", "A", "left", "p1.jpg"}, {"@remove", "A/p1.jpg"}, {"album", "check", "A", "--remove-missing"},
+                                                                           {"@copy", "A/p3.jpg", "A/p1.jpg"}, {"album", "check", "A"}, {"fails", "album", "revert", "A", "p1.jpg"}}
+                                                                   << "" << L{} << "Size" << L{"25248", "126300", "126300"} << L{"!A/studio.data/originals/p1.jpg"};
     QTest::newRow("arranged by name as a file manager does") << Steps{{"@copy", "A/p1.jpg", "A/P10.jpg"}, {"album", "check", "A"}, {"album", "arrange", "A", "file", "--desc"}}
                                                              << "" << L{} << "File" << L{"P10.jpg", "p3.jpg", "p2.jpg", "p1.jpg"} << L{};
 }
@@ -137,6 +152,8 @@ void CliAlbumPhotosTest::verbs()
             QFile::remove(root + step[1]);
         else if (step[0] == QLatin1String("@mkdir"))
             QDir().mkpath(root + step[1]);
+        else if (step[0] == QLatin1String("@move"))
+            QVERIFY(QDir().rename(root + step[1], root + step[2]));
         else if (step[0] == QLatin1String("@env"))
             qputenv("XDG_DATA_HOME", (root + step[1]).toUtf8()); // under a file: no trash can be made
         if (step[0].startsWith(u'@'))

@@ -48,6 +48,15 @@ AlbumDocument::View ViewOf(const CommandTarget &target)
     return target.detail ? AlbumDocument::View::Detail : AlbumDocument::View::Thumbnails;
 }
 
+bool Revert(AlbumDocument &document, Prompter &prompter, const QList<int> &indices, ProgressSink &progress)
+{
+    QStringList failures;
+    const int reverted = RevertPhotos(document, indices, progress, &failures);
+    if (!failures.isEmpty())
+        prompter.Error(GetLocalizedString(QStringLiteral("mnuRevertOriginal"), QStringLiteral("Menu")), failures.join(u'\n'));
+    return reverted > 0;
+}
+
 bool WriteMetadata(AlbumDocument &document, Prompter &prompter, const QList<int> &indices, ProgressSink &progress)
 {
     QStringList failures;
@@ -81,6 +90,13 @@ const QList<LibraryCommand> &Table()
         {QStringLiteral("mnuMoveToTrash"), false, [](D &d, Prompter &p, const T &t, S &) { return d.ActionDelete(Targets(t), ViewOf(t), p); }},
         {QStringLiteral("mnuRotateLeft"), true, [](D &d, Prompter &, const T &t, S &s) { return ActionRotateLeft(d, Targets(t), s) > 0; }},
         {QStringLiteral("mnuRotateRight"), true, [](D &d, Prompter &, const T &t, S &s) { return ActionRotateRight(d, Targets(t), s) > 0; }},
+        {QStringLiteral("mnuEnhanceImage"), true,
+         [](D &d, Prompter &, const T &t, S &s) { return ApplyEffectToPhotos(d, Targets(t), PhotoEffect::Enhance, s) > 0; }},
+        {QStringLiteral("mnuBWEffect"), true,
+         [](D &d, Prompter &, const T &t, S &s) { return ApplyEffectToPhotos(d, Targets(t), PhotoEffect::BlackAndWhite, s) > 0; }},
+        {QStringLiteral("mnuSepiaEffect"), true,
+         [](D &d, Prompter &, const T &t, S &s) { return ApplyEffectToPhotos(d, Targets(t), PhotoEffect::Sepia, s) > 0; }},
+        {QStringLiteral("mnuRevertOriginal"), true, [](D &d, Prompter &p, const T &t, S &s) { return Revert(d, p, Targets(t), s); }},
         {QStringLiteral("mnuCheckModified"), true, [](D &d, Prompter &p, const T &, S &s) { ActionCheckModified(d, p, s); return true; }},
         {QStringLiteral("mnuWriteIPTC"), true, [](D &d, Prompter &p, const T &t, S &s) { return WriteMetadata(d, p, Targets(t), s); }},
         {QStringLiteral("mnuWriteEXIFGPS"), true, [](D &d, Prompter &p, const T &t, S &s) { return WriteMetadata(d, p, Targets(t), s); }},
@@ -124,6 +140,16 @@ bool AlbumCommands::Run(const QString &name, const CommandTarget &target, Progre
 {
     const LibraryCommand *command = Find(name);
     return command && command->run(document, prompter, target, progress);
+}
+
+bool AlbumCommands::Adjust(int index, const AdjustSliders &sliders, ProgressSink &progress)
+{
+    return AdjustPhotos(document, {index}, sliders, progress) > 0;
+}
+
+bool AlbumCommands::Crop(int index, const CropRectangle &rectangle, ProgressSink &progress)
+{
+    return CropPhoto(document, index, rectangle, progress) > 0;
 }
 
 QString AlbumCommands::Path() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Result.h"
+#include "imaging/Picture.h"
 
 #include <QList>
 #include <QString>
@@ -34,6 +35,10 @@ public:
     // the document only through `progress` and asks its questions through a prompter that may be
     // called from there.
     bool Run(const QString &name, const CommandTarget &target, ProgressSink &progress);
+
+    // The edits whose settings come from a window: one photo each. Long work, as Run's.
+    bool Adjust(int index, const AdjustSliders &sliders, ProgressSink &progress);
+    bool Crop(int index, const CropRectangle &rectangle, ProgressSink &progress);
 
     QString Path() const;
     bool IsModified() const;

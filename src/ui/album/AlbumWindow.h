@@ -96,6 +96,12 @@ private:
     void SetAlbumFieldsEnabled(bool enabled);
     void WorkFinished();
     void CloseContainer();
+    // The edits whose settings a window asks for (AlbumWindowEdits.cpp).
+    using PhotoEdit = std::function<void(AlbumCommands &, int index, ProgressSink &)>;
+    template <typename Window>
+    void EditCurrentPhoto(const QString &name, PhotoEdit (*editOf)(const Window &));
+    void AdjustCurrentPhoto();
+    void CropCurrentPhoto();
     void ImportChosenFiles();
     void ImportChosenFolder();
     void RunImport(std::function<ImportReport(ProgressSink &)> import);

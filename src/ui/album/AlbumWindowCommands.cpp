@@ -35,8 +35,13 @@ QString MenuText(const QString &name)
 // Commands after which photo files hold other pixels than before.
 bool RewritesPictures(const QString &name)
 {
-    return name == QLatin1String("mnuRotateLeft") || name == QLatin1String("mnuRotateRight") ||
-           name == QLatin1String("mnuCheckModified") || name == QLatin1String("mnuEditPaste");
+    static const QStringList rewriting = {
+        QStringLiteral("mnuRotateLeft"),   QStringLiteral("mnuRotateRight"), QStringLiteral("mnuCropImage"),
+        QStringLiteral("mnuAdjustImage"),  QStringLiteral("mnuEnhanceImage"), QStringLiteral("mnuBWEffect"),
+        QStringLiteral("mnuSepiaEffect"),  QStringLiteral("mnuRevertOriginal"), QStringLiteral("mnuCheckModified"),
+        QStringLiteral("mnuEditPaste"),
+    };
+    return rewriting.contains(name);
 }
 
 bool Arranges(const QString &name)
@@ -110,6 +115,8 @@ void AlbumWindow::BuildCommands()
         {QStringLiteral("mnuShowExtra"), false, showExtra},
         {QStringLiteral("mnuHighlightNotedPhotos"), false, highlightNoted},
         {QStringLiteral("mnuHighlightPhotosWithKeyword"), false, findByKeyword},
+        {QStringLiteral("mnuAdjustImage"), false, [this] { AdjustCurrentPhoto(); }},
+        {QStringLiteral("mnuCropImage"), false, [this] { CropCurrentPhoto(); }},
         {QStringLiteral("mnuFileImport"), true, [this] { ImportChosenFiles(); }},
         {QStringLiteral("mnuFolderImport"), true, [this] { ImportChosenFolder(); }},
     };
@@ -207,7 +214,9 @@ void AlbumWindow::BuildPhotoMenu()
                                 QStringLiteral("mnuMoveToTrash")})
         add(name);
     photoMenu->addSeparator();
-    for (const QString &name : {QStringLiteral("mnuRotateLeft"), QStringLiteral("mnuRotateRight")})
+    for (const QString &name : {QStringLiteral("mnuRotateLeft"), QStringLiteral("mnuRotateRight"), QStringLiteral("mnuCropImage"),
+                                QStringLiteral("mnuAdjustImage"), QStringLiteral("mnuEnhanceImage"), QStringLiteral("mnuBWEffect"),
+                                QStringLiteral("mnuSepiaEffect"), QStringLiteral("mnuRevertOriginal")})
         add(name);
     photoMenu->addSeparator();
     QAction *star = photoMenu->addAction(GetLocalizedString(QStringLiteral("Star"), QStringLiteral("InfoList")));

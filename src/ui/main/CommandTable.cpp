@@ -85,6 +85,7 @@ const std::vector<CommandRow> &MainCommands()
         {"mnuEnhanceImage", "Menu", "mnuImage", "", "", WithAlbum, Album, nullptr, false, false},
         {"mnuBWEffect", "Menu", "mnuImage", "", "", WithAlbum, Album, nullptr, false, false},
         {"mnuSepiaEffect", "Menu", "mnuImage", "", "", WithAlbum, Album, nullptr, false, false},
+        {"mnuRevertOriginal", "Menu", "mnuImage", "", "document-revert", WithAlbum, Album, nullptr, false, false},
         {"mnuWriteIPTC", "Menu", "mnuImage", "", "", WithAlbum, Album, nullptr, false, true},
         {"mnuWriteEXIFGPS", "Menu", "mnuImage", "", "", WithAlbum, Album, nullptr, false, false},
 

@@ -295,7 +295,10 @@ void MainWindow::mnuWindowArrangeIcons_Click()
 
 void MainWindow::mnuOptions_Click()
 {
-    auto *options = new OptionsWindow(*chooser, this);
+    QStringList albums;
+    for (const AlbumWindow *album : AlbumWindows())
+        albums << album->Path();
+    auto *options = new OptionsWindow(*chooser, albums, this);
     options->setAttribute(Qt::WA_DeleteOnClose);
     connect(options, &QDialog::accepted, this, [this] {
         ApplyDocumentMode();

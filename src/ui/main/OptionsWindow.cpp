@@ -6,6 +6,7 @@
 #include "app/Paths.h"
 #include "app/ProfileFile.h"
 #include "app/Settings.h"
+#include "library/KeptOriginals.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -14,7 +15,11 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -104,7 +109,8 @@ int ChoiceIndex(const QList<Choice> &choices, const QString &stored)
 
 } // namespace
 
-OptionsWindow::OptionsWindow(FileChooser &folders, QWidget *parent) : QDialog(parent), chooser(folders)
+OptionsWindow::OptionsWindow(FileChooser &folders, const QStringList &openAlbums, QWidget *parent)
+    : QDialog(parent), chooser(folders), albums(openAlbums)
 {
     setObjectName(QStringLiteral("frmOptions"));
     setWindowTitle(QStringLiteral("@Options"));
@@ -178,12 +184,50 @@ void OptionsWindow::AddRows()
         }
         fields << field;
     }
+    AddOriginals(layout);
     auto *buttons = new QDialogButtonBox(this);
     buttons->addButton(QStringLiteral("@ButtonOK"), QDialogButtonBox::AcceptRole);
     buttons->addButton(QStringLiteral("@ButtonCancel"), QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(buttons);
+}
+
+// Only the open albums: the window knows no others, and sizing every album of the library
+// would mean walking the whole library folder.
+void OptionsWindow::AddOriginals(QLayout *layout)
+{
+    auto *box = new QGroupBox(Caption(QStringLiteral("GroupOriginals")), this);
+    auto *row = new QHBoxLayout(box);
+    originalsRoom = new QLabel(this);
+    originalsRoom->setObjectName(QStringLiteral("KeptOriginalsRoom"));
+    auto *letGo = new QPushButton(Caption(QStringLiteral("LetOriginalsGo")), this);
+    letGo->setObjectName(QStringLiteral("LetOriginalsGo"));
+    row->addWidget(originalsRoom, 1);
+    row->addWidget(letGo);
+    layout->addWidget(box);
+    ShowOriginalsRoom();
+    connect(letGo, &QPushButton::clicked, this, [this] {
+        auto *question = new QMessageBox(QMessageBox::Question, Caption(QStringLiteral("GroupOriginals")),
+                                         Caption(QStringLiteral("MessageLetOriginalsGo")), QMessageBox::Yes | QMessageBox::No, this);
+        question->setAttribute(Qt::WA_DeleteOnClose);
+        connect(question, &QMessageBox::finished, this, [this](int answer) {
+            if (answer != QMessageBox::Yes)
+                return;
+            for (const QString &album : std::as_const(albums))
+                KeptOriginals::LetGo(album);
+            ShowOriginalsRoom();
+        });
+        question->open();
+    });
+}
+
+void OptionsWindow::ShowOriginalsRoom()
+{
+    qint64 bytes = 0;
+    for (const QString &album : std::as_const(albums))
+        bytes += KeptOriginals::RoomTaken(album);
+    originalsRoom->setText(Caption(QStringLiteral("KeptOriginalsRoom")).arg(QLocale().formattedDataSize(bytes)));
 }
 
 void OptionsWindow::accept()

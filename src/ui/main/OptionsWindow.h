@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QList>
+#include <QStringList>
 #include <functional>
 
 class FileChooser;
@@ -11,12 +12,15 @@ class FileChooser;
 class OptionsWindow : public QDialog {
     Q_OBJECT
 public:
-    OptionsWindow(FileChooser &chooser, QWidget *parent = nullptr);
+    // `albums`: the open albums, whose kept originals the window sizes and can let go.
+    OptionsWindow(FileChooser &chooser, const QStringList &albums = {}, QWidget *parent = nullptr);
 
     void accept() override;
 
 private:
     void AddRows();
+    void AddOriginals(QLayout *layout);
+    void ShowOriginalsRoom();
     // One function per shown key: its current value in the window.
     struct Field {
         QString section, key;
@@ -24,4 +28,6 @@ private:
     };
     QList<Field> fields;
     FileChooser &chooser;
+    QStringList albums;
+    class QLabel *originalsRoom = nullptr;
 };
