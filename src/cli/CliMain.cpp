@@ -9,8 +9,8 @@ namespace {
 
 using GroupTable = const CliGroup &(*)();
 
-constexpr GroupTable Groups[] = {AlbumCommands, ConvertCommand, GpsCommands, SettingsCommands,
-                                 TextCommand,   FtpCommands,    HttpCommands, ImageCommands};
+constexpr GroupTable Groups[] = {AlbumCommands, ConvertCommand, GpsCommands,  SettingsCommands, TextCommand,
+                                 FtpCommands,   HttpCommands,   ImageCommands, PublishCommands};
 
 QString TopLevelHelp()
 {

@@ -85,15 +85,23 @@ void SetExportOptionText(AlbumExportArguments &arguments, const ExportOption &op
                option.field);
 }
 
-void SaveExportArguments(DataList &list, const AlbumExportArguments &arguments)
+QList<std::pair<QString, QString>> ExportProperties(const AlbumExportArguments &arguments)
 {
+    QList<std::pair<QString, QString>> properties;
     for (const ExportOption &option : Options) {
-        list.SetDocumentProperty(ExportPropertyKey(option), ExportOptionText(arguments, option));
+        properties.append({ExportPropertyKey(option), ExportOptionText(arguments, option)});
         // The full-size flag is written a second time, as it always was; the value is the same,
         // so the list ends as if it were written once.
         if (std::get_if<bool Args::*>(&option.field) && std::get<bool Args::*>(option.field) == &Args::NeedExportFull)
-            list.SetDocumentProperty(ExportPropertyKey(option), ExportOptionText(arguments, option));
+            properties.append(properties.constLast());
     }
+    return properties;
+}
+
+void SaveExportArguments(DataList &list, const AlbumExportArguments &arguments)
+{
+    for (const auto &[key, value] : ExportProperties(arguments))
+        list.SetDocumentProperty(key, value);
 }
 
 void LoadExportArguments(const DataList &list, AlbumExportArguments &arguments)

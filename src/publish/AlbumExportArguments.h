@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <QString>
+#include <utility>
 #include <span>
 #include <variant>
 
@@ -59,7 +61,9 @@ QString ExportOptionText(const AlbumExportArguments &arguments, const ExportOpti
 // size is the number rounded, so "" reads as off and 0.
 void SetExportOptionText(AlbumExportArguments &arguments, const ExportOption &option, const QString &text);
 
-// The persisted options as document properties of the album's list, in table order.
+// The persisted options as the album's document properties, in the order they are written.
+QList<std::pair<QString, QString>> ExportProperties(const AlbumExportArguments &arguments);
+// The same written into a list.
 void SaveExportArguments(DataList &list, const AlbumExportArguments &arguments);
 // The persisted options from the list; the choices of one run are left as they are.
 void LoadExportArguments(const DataList &list, AlbumExportArguments &arguments);
