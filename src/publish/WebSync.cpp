@@ -115,7 +115,7 @@ WebSyncReport OrvAlbumExporter::WebSync(Prompter &prompter, ProgressSink &progre
             if (engine.GetFile(remoteAlbum + QStringLiteral("/album.plist"), remoteCopy))
                 remote.Load(remoteCopy);
             QFile::remove(remoteCopy);
-            const QSet<QString> published = arguments.ForceUpdateAll ? QSet<QString>() : PublishedVersions(remote);
+            const QSet<QString> published = PublishedVersions(remote);
 
             // The folders are made every time: a refusal means most often that the folder is
             // there already, so only the album folder's existence is checked afterwards.
@@ -131,9 +131,10 @@ WebSyncReport OrvAlbumExporter::WebSync(Prompter &prompter, ProgressSink &progre
             QList<ExportPhoto> changed;
             for (const ExportPhoto &photo : source.photos) {
                 const QString version = photo.file + u'\n' + ModifiedOf(photo.Value(QStringLiteral("Modified")));
-                if (published.contains(version))
+                const bool upToDate = published.contains(version);
+                if (upToDate)
                     onServer.insert(photo.file);
-                else
+                if (!upToDate || arguments.ForceUpdateAll)
                     changed.append(photo);
             }
 
