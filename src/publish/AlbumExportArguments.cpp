@@ -123,3 +123,10 @@ void WriteRecentFtpServer(const RecentFtpServer &server)
     WriteSetting(RecentSection, QStringLiteral("Password"), server.password);
     WriteSetting(RecentSection, QStringLiteral("Directory"), server.directory);
 }
+
+bool IsValidStandardSize(const QString &text)
+{
+    bool number = false;
+    const int size = text.trimmed().toInt(&number);
+    return number && size >= SmallestStandardSize && size <= LargestStandardSize;
+}

@@ -68,6 +68,12 @@ void SaveExportArguments(DataList &list, const AlbumExportArguments &arguments);
 // The persisted options from the list; the choices of one run are left as they are.
 void LoadExportArguments(const DataList &list, AlbumExportArguments &arguments);
 
+// The bounds of the standard size the export dialog accepts, in pixels.
+constexpr int SmallestStandardSize = 128;
+constexpr int LargestStandardSize = 20480;
+// Whether the text is a whole number of pixels within those bounds.
+bool IsValidStandardSize(const QString &text);
+
 // The last server used, in the settings' [RecentFTP].
 struct RecentFtpServer {
     QString address;

@@ -74,6 +74,10 @@ public:
     void mnuHelpContents_Click();
     void mnuInfoOnWeb_Click();
     void mnuHelpAbout_Click();
+    void mnuWebReady_Click();
+    void mnuWebSync_Click();
+    void mnuOrvServerWebSync_Click();
+    void mnuLightboxMaker_Click();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
