@@ -29,12 +29,12 @@ public:
     std::optional<QString> AskText(const QString &, const QString &, const QString &) override { return std::nullopt; }
 };
 
-// Asks to stop as soon as the first photo is about to go up, as a user pressing Cancel would.
-class CancelAtUpload : public NoProgress {
+// Asks to stop as soon as a step of that title begins, as a user pressing Cancel would.
+class CancelAt : public NoProgress {
 public:
-    bool armed = false;
+    QString step; // "" never
     bool cancelled = false;
-    void Begin(const QString &title, int) override { cancelled = cancelled || (armed && title.startsWith(QLatin1String("Uploading"))); }
+    void Begin(const QString &title, int) override { cancelled = cancelled || (!step.isEmpty() && title.startsWith(step)); }
     bool Cancelled() const override { return cancelled; }
 };
 
@@ -183,8 +183,10 @@ void PublishTest::exportFolder_data()
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<bool>("onlyNoted");
     QTest::addColumn<QStringList>("folders");
-    QTest::addColumn<int>("items");
+    QTest::addColumn<int>("items"); // -1: cancelled, no folder left
     QTest::newRow("no size: only the list and the page") << QStringList{} << false << QStringList{} << 3;
+    QTest::newRow("a cancelled export leaves no folder")
+        << QStringList{"NeedExportPreview=1"} << false << QStringList{} << -1;
     QTest::newRow("every size, the watermark on the standard one")
         << QStringList{"NeedExportThumbnail=1", "NeedExportPreview=1", "NeedExportStandard=1", "NeedExportFull=1",
                        "StandardWidth=300", "StandardHeight=200", "NeedAddWatermark=1", "PlaceWatermarkAtRightBottom=1"}
@@ -216,14 +218,21 @@ void PublishTest::exportFolder()
     OrvAlbumExporter exporter;
     exporter.SetDocument(*album);
     exporter.SetArguments(arguments);
-    const ExportFolderReport report = exporter.GenerateExportFolder(quiet);
+    CancelAt progress;
+    QFETCH(int, items);
+    progress.step = items < 0 ? QStringLiteral("Generating") : QString();
+    const ExportFolderReport report = exporter.GenerateExportFolder(progress);
+    if (items < 0) {
+        QVERIFY(report.cancelled && !QFile::exists(folder));
+        return;
+    }
     QVERIFY2(report.result, qPrintable(report.result.message));
     QCOMPARE(QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot), folders);
     QVERIFY(QFile::exists(folder + QStringLiteral("/album.html")));
     QVERIFY(!QFile::exists(folder + QStringLiteral("/size_1/removed-photo.jpg")));
     DataList list;
     QVERIFY(list.Load(folder + QStringLiteral("/album.plist")));
-    QTEST(list.ItemCount(), "items");
+    QCOMPARE(list.ItemCount(), items);
     QCOMPARE(list.GetDocumentProperty(QStringLiteral("ItemCount")), QString::number(list.ItemCount()));
     QCOMPARE(list.GetDocumentProperty(QStringLiteral("CanvasWidth2")), QString::number(arguments.StandardWidth));
     const QString first = list.GetItemProperty(QStringLiteral("File"), 1);
@@ -319,8 +328,8 @@ void PublishTest::webSync()
         exporter.SetArguments(arguments);
     }
     QFile::remove(log);
-    CancelAtUpload progress;
-    progress.armed = change == QLatin1String("cancel");
+    CancelAt progress;
+    progress.step = change == QLatin1String("cancel") ? QStringLiteral("Uploading") : QString();
     QString opened;
     const WebSyncReport report = exporter.WebSync(prompter, progress, [&](const QString &address) { opened = address; });
 
