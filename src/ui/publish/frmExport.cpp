@@ -64,7 +64,12 @@ frmExport::frmExport(FileChooser &fileChooser, QWidget *parent)
 void frmExport::Build()
 {
     setWindowTitle(QStringLiteral("@ExportWebAlbum"));
+    // Options on the left, the server on the right: the dialog stays low enough for small screens.
     auto *layout = new QVBoxLayout(this);
+    auto *columns = new QHBoxLayout;
+    auto *left = new QVBoxLayout;
+    columns->addLayout(left);
+    layout->addLayout(columns);
     const auto check = [&](const char *name, QWidget *owner) {
         auto *box = new QCheckBox(QStringLiteral("@") + QLatin1String(name), owner);
         box->setObjectName(QLatin1String(name));
@@ -105,7 +110,7 @@ void frmExport::Build()
     sizeLayout->addWidget(CheckExportSelected);
     sizeLayout->addWidget(CheckExportNoted);
     sizeLayout->addWidget(checks.value(QStringLiteral("LeavePositionsOut")));
-    layout->addWidget(sizes);
+    left->addWidget(sizes);
 
     auto *mark = new QGroupBox(QStringLiteral("@Watermark"), this);
     auto *markLayout = new QHBoxLayout(mark);
@@ -129,7 +134,7 @@ void frmExport::Build()
     places->addWidget(checks.value(QStringLiteral("PlaceWatermarkAtLeftBottom")), 3, 0);
     places->addWidget(checks.value(QStringLiteral("PlaceWatermarkAtRightBottom")), 3, 1);
     markLayout->addLayout(places, 1);
-    layout->addWidget(mark);
+    left->addWidget(mark);
 
     FrameServer = new QGroupBox(this);
     auto *server = new QVBoxLayout(FrameServer);
@@ -170,7 +175,8 @@ void frmExport::Build()
     server->addLayout(shared);
     CheckForceUpdateAll = check("CheckForceUpdateAll", FrameServer);
     server->addWidget(CheckForceUpdateAll);
-    layout->addWidget(FrameServer);
+    server->addStretch();
+    columns->addWidget(FrameServer);
 
     auto *box = new QDialogButtonBox(this);
     ButtonContinue = box->addButton(QString(), QDialogButtonBox::AcceptRole);
