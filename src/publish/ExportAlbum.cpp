@@ -11,7 +11,7 @@
 
 namespace {
 
-QString PublishText(const char *key)
+QString ExportText(const char *key)
 {
     return GetLocalizedString(QLatin1String(key), QStringLiteral("PublishAction"));
 }
@@ -27,7 +27,7 @@ QString OrvAlbumExporter::ExportAlbum(Prompter &prompter, ProgressSink &progress
     const ExportFolderReport generated = Generate(source, progress, true);
     if (!generated.result) {
         if (!generated.cancelled)
-            prompter.Error(PublishText("AlbumExport"), generated.result.message);
+            prompter.Error(ExportText("AlbumExport"), generated.result.message);
         return QString();
     }
 
@@ -36,11 +36,11 @@ QString OrvAlbumExporter::ExportAlbum(Prompter &prompter, ProgressSink &progress
     const QString base = source.identification.isEmpty() ? QFileInfo(source.albumPath).fileName() : source.identification;
     QString target = FreeDataFolderName(desktop, base, true);
     if (QFileInfo::exists(target)) {
-        const bool replace = prompter.AskYesNo(PublishText("AlbumExport"),
-                                               PublishText("MessageAlbumExistsOnDesktop").replace(QLatin1String("%1"), QFileInfo(target).fileName()));
+        const bool replace = prompter.AskYesNo(ExportText("AlbumExport"),
+                                               ExportText("MessageAlbumExistsOnDesktop").replace(QLatin1String("%1"), QFileInfo(target).fileName()));
         if (replace) {
             if (!QDir(target).removeRecursively()) {
-                prompter.Error(PublishText("AlbumExport"), QStringLiteral("%1 could not be replaced").arg(target));
+                prompter.Error(ExportText("AlbumExport"), QStringLiteral("%1 could not be replaced").arg(target));
                 return QString();
             }
         } else {
@@ -56,13 +56,13 @@ QString OrvAlbumExporter::ExportAlbum(Prompter &prompter, ProgressSink &progress
         return QString();
     }
     if (!copied) {
-        prompter.Error(PublishText("AlbumExport"), copied.message);
+        prompter.Error(ExportText("AlbumExport"), copied.message);
         return QString();
     }
     if (!QFileInfo::exists(target))
         return QString();
-    prompter.Inform(PublishText("AlbumExport"),
-                    PublishText("MessageAlbumExportDone").replace(QLatin1String("%1"), QFileInfo(target).fileName()));
+    prompter.Inform(ExportText("AlbumExport"),
+                    ExportText("MessageAlbumExportDone").replace(QLatin1String("%1"), QFileInfo(target).fileName()));
     if (openFolder)
         openFolder(target);
     return target;

@@ -21,7 +21,7 @@ namespace {
 
 const QString NeverModified = QStringLiteral("1900-01-01 00:00:00");
 
-QString Text(const char *key, const char *section = "PublishAction")
+QString SyncText(const char *key, const char *section = "PublishAction")
 {
     return GetLocalizedString(QLatin1String(key), QLatin1String(section));
 }
@@ -55,15 +55,16 @@ WebSyncReport OrvAlbumExporter::WebSync(Prompter &prompter, ProgressSink &progre
                                         const std::function<void(const QString &)> &openAddress)
 {
     WebSyncReport report;
-    const QString title = Text("WebSync");
-    progress.Begin(Text("Initializing", "General"), 0);
+    const QString title = SyncText("WebSync");
+    progress.Begin(SyncText("Initializing", "General"), 0);
 
-    // The list and the page are made now; the images only for the photos that go up.
+    // The list and the page are made now; the images only for the photos that go up, so the
+    // local "album.data" of a sync holds the images of that sync alone.
     const ExportSource source = TakeSource(progress);
     const ExportFolderReport generated = Generate(source, progress, false);
     if (!generated.result) {
         report.failed = true;
-        report.message = Text("MessageWebSyncFail") + u'\n' + generated.result.message;
+        report.message = SyncText("MessageWebSyncFail") + u'\n' + generated.result.message;
         progress.End();
         prompter.Error(title, report.message);
         return report;
@@ -82,7 +83,7 @@ WebSyncReport OrvAlbumExporter::WebSync(Prompter &prompter, ProgressSink &progre
         const std::optional<SharedService::FtpAccount> account = service.GetFtpAccount(CurrentLanguage());
         if (!account) {
             report.failed = true;
-            report.message = Text("MessageWebSyncFailToLogin");
+            report.message = SyncText("MessageWebSyncFailToLogin");
             progress.End();
             prompter.Error(title, report.message);
             return report;
@@ -104,9 +105,9 @@ WebSyncReport OrvAlbumExporter::WebSync(Prompter &prompter, ProgressSink &progre
         return ok;
     };
 
-    progress.Begin(Text("Connecting", "General"), 0);
+    progress.Begin(SyncText("Connecting", "General"), 0);
     if (step(engine.ConnectToServer(target.server.host, target.server.port, target.login, target.password))) {
-        progress.Begin(Text("Synchronizing", "General"), static_cast<int>(source.photos.size()));
+        progress.Begin(SyncText("Synchronizing", "General"), static_cast<int>(source.photos.size()));
         if (step((target.directory.isEmpty() || engine.ChangeDirectory(target.directory))
                  && engine.ChangeDirectory(QStringLiteral("data")))) {
             // A first publication finds no list on the server: every photo then goes up.
@@ -153,7 +154,7 @@ WebSyncReport OrvAlbumExporter::WebSync(Prompter &prompter, ProgressSink &progre
                         report.problems << rendered[i].message;
                         continue;
                     }
-                    progress.Begin(Text("Uploading", "General") + u' ' + file, static_cast<int>(changed.size()));
+                    progress.Begin(SyncText("Uploading", "General") + u' ' + file, static_cast<int>(changed.size()));
                     progress.Advance(static_cast<int>(first + i));
                     bool whole = true;
                     for (const QString &size : sizes) {
@@ -201,10 +202,10 @@ WebSyncReport OrvAlbumExporter::WebSync(Prompter &prompter, ProgressSink &progre
 
     // The variants ending in "1" say that some photos went up before the sync stopped.
     if (report.failed) {
-        report.message = Text(report.photosUploaded > 0 ? "MessageWebSyncFail1" : "MessageWebSyncFail") + u'\n' + engine.LastError();
+        report.message = SyncText(report.photosUploaded > 0 ? "MessageWebSyncFail1" : "MessageWebSyncFail") + u'\n' + engine.LastError();
         prompter.Error(title, report.message);
     } else if (report.cancelled) {
-        report.message = Text(report.photosUploaded > 0 ? "MessageWebSyncCancelled1" : "MessageWebSyncCancelled");
+        report.message = SyncText(report.photosUploaded > 0 ? "MessageWebSyncCancelled1" : "MessageWebSyncCancelled");
         prompter.Inform(title, report.message);
     } else {
         if (arguments.IsSharedServer) {
@@ -212,7 +213,7 @@ WebSyncReport OrvAlbumExporter::WebSync(Prompter &prompter, ProgressSink &progre
             if (report.albumAddress.startsWith(QLatin1String("http://")) && openAddress)
                 openAddress(report.albumAddress);
         }
-        report.message = Text("MessageWebSyncDone");
+        report.message = SyncText("MessageWebSyncDone");
         prompter.Inform(title, report.message);
     }
     return report;

@@ -28,7 +28,7 @@
 
 namespace {
 
-QString PublishText(const char *key)
+QString ExportDialogText(const char *key)
 {
     return GetLocalizedString(QLatin1String(key), QStringLiteral("PublishAction"));
 }
@@ -225,14 +225,14 @@ void frmExport::Init(AlbumDocument &album, bool forWebSync)
     TextSharedServerLoginName->setText(System("SharedServerLoginName"));
     TextSharedServerPassword->setText(System("SharedServerPassword"));
 
-    LabelResizeNote->setText(PublishText(forWebSync ? "ResizeNoteForWebSync" : "ResizeNoteForAlbumExport"));
-    checks.value(QStringLiteral("NeedExportFull"))->setText(PublishText(forWebSync ? "KeepOriginalForWebSync" : "KeepOriginalForAlbumExport"));
-    CheckExportSelected->setText(PublishText(forWebSync ? "OnlyUploadSelected" : "OnlyExportSelected"));
-    CheckExportNoted->setText(PublishText(forWebSync ? "OnlyUploadNoted" : "OnlyExportNoted"));
-    ButtonContinue->setText(PublishText(forWebSync ? "Synchronize!" : "Export!"));
-    ButtonContinue->setToolTip(PublishText(forWebSync ? "TipSynchronize!" : "TipExport!"));
+    LabelResizeNote->setText(ExportDialogText(forWebSync ? "ResizeNoteForWebSync" : "ResizeNoteForAlbumExport"));
+    checks.value(QStringLiteral("NeedExportFull"))->setText(ExportDialogText(forWebSync ? "KeepOriginalForWebSync" : "KeepOriginalForAlbumExport"));
+    CheckExportSelected->setText(ExportDialogText(forWebSync ? "OnlyUploadSelected" : "OnlyExportSelected"));
+    CheckExportNoted->setText(ExportDialogText(forWebSync ? "OnlyUploadNoted" : "OnlyExportNoted"));
+    ButtonContinue->setText(ExportDialogText(forWebSync ? "Synchronize!" : "Export!"));
+    ButtonContinue->setToolTip(ExportDialogText(forWebSync ? "TipSynchronize!" : "TipExport!"));
     if (forWebSync)
-        setWindowTitle(PublishText("WebSync"));
+        setWindowTitle(ExportDialogText("WebSync"));
     FrameServer->setVisible(forWebSync);
     ShowWatermark();
 }
@@ -246,7 +246,7 @@ void frmExport::ShowWatermark()
 {
     const QPixmap picture(WatermarkPath());
     PictureWatermark->setPixmap(picture.isNull() ? QPixmap() : picture.scaled(PictureWatermark->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
-    ButtonWatermark->setText(picture.isNull() ? PublishText("BrowseWaterMark") + QStringLiteral("...") : PublishText("RemoveWaterMark"));
+    ButtonWatermark->setText(picture.isNull() ? ExportDialogText("BrowseWaterMark") + QStringLiteral("...") : ExportDialogText("RemoveWaterMark"));
 }
 
 void frmExport::ButtonWatermark_Click()
@@ -254,7 +254,7 @@ void frmExport::ButtonWatermark_Click()
     if (QFile::exists(WatermarkPath())) {
         QFile::remove(WatermarkPath());
     } else {
-        const QStringList chosen = chooser.ChooseFiles(this, PublishText("BrowseWaterMark"), QString());
+        const QStringList chosen = chooser.ChooseFiles(this, ExportDialogText("BrowseWaterMark"), QString());
         // Any picture the desktop reads is kept as the album's PNG mark.
         if (!chosen.isEmpty())
             QPixmap(chosen.constFirst()).save(WatermarkPath(), "PNG");
@@ -291,7 +291,7 @@ bool frmExport::ButtonContinue_Click()
     if (checks.value(QStringLiteral("NeedExportStandard"))->isChecked()
         && !(IsValidStandardSize(texts.value(QStringLiteral("StandardWidth"))->text())
              && IsValidStandardSize(texts.value(QStringLiteral("StandardHeight"))->text()))) {
-        ShowMessage(this, QMessageBox::Warning, windowTitle(), PublishText("MessageSizeIsInvalid"));
+        ShowMessage(this, QMessageBox::Warning, windowTitle(), ExportDialogText("MessageSizeIsInvalid"));
         return false;
     }
     arguments = ArgumentsFromControls();
