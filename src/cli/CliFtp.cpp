@@ -1,5 +1,6 @@
 #include "cli/CliGroups.h"
 #include "cli/CliOutput.h"
+#include "cli/CliPassword.h"
 #include "cli/CliProgress.h"
 
 #include "net/FtpListing.h"
@@ -8,9 +9,6 @@
 #include <QFileInfo>
 #include <QTextStream>
 #include <QUrl>
-#include <cstdio>
-#include <termios.h>
-#include <unistd.h>
 
 namespace {
 
@@ -35,42 +33,9 @@ std::optional<Target> ParseTarget(const QString &text, QString &problem)
     return Target{url.host(), url.port(21), url.userName(QUrl::FullyDecoded), url.path(QUrl::FullyDecoded)};
 }
 
-QString ReadPasswordFromTerminal(const QString &prompt)
-{
-    FILE *terminal = std::fopen("/dev/tty", "r+");
-    if (!terminal)
-        return QString();
-    const int fd = fileno(terminal);
-    termios saved{};
-    const bool canHideEcho = tcgetattr(fd, &saved) == 0;
-    if (canHideEcho) {
-        termios hidden = saved;
-        hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-        tcsetattr(fd, TCSAFLUSH, &hidden);
-    }
-    std::fputs(prompt.toLocal8Bit().constData(), terminal);
-    std::fflush(terminal);
-    char line[1024] = {};
-    const bool read = std::fgets(line, sizeof line, terminal) != nullptr;
-    if (canHideEcho)
-        tcsetattr(fd, TCSAFLUSH, &saved);
-    std::fputs("\n", terminal);
-    std::fclose(terminal);
-    if (!read)
-        return QString();
-    QString password = QString::fromLocal8Bit(line);
-    while (password.endsWith(u'\n') || password.endsWith(u'\r'))
-        password.chop(1);
-    return password;
-}
-
 std::optional<QString> Password(const Target &target)
 {
-    if (qEnvironmentVariableIsSet("ORVANA_FTP_PASSWORD"))
-        return qEnvironmentVariable("ORVANA_FTP_PASSWORD");
-    if (isatty(STDIN_FILENO) != 1)
-        return std::nullopt;
-    return ReadPasswordFromTerminal(QStringLiteral("Password for %1@%2: ").arg(target.user, target.host));
+    return FtpPassword(QStringLiteral("Password for %1@%2: ").arg(target.user, target.host));
 }
 
 // The engine's text, and the server's own words when it gave any.

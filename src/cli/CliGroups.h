@@ -12,3 +12,4 @@ const CliGroup &FtpCommands();
 const CliGroup &HttpCommands();
 const CliGroup &ImageCommands();
 const CliGroup &PluginCommands();
+const CliGroup &PublishCommands();

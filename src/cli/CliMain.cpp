@@ -10,7 +10,7 @@ namespace {
 using GroupTable = const CliGroup &(*)();
 
 constexpr GroupTable Groups[] = {AlbumCommands, ConvertCommand, GpsCommands,  SettingsCommands, TextCommand,
-                                 FtpCommands,   HttpCommands,   ImageCommands, PluginCommands};
+                                 FtpCommands,   HttpCommands,   ImageCommands, PluginCommands, PublishCommands};
 
 QString TopLevelHelp()
 {

@@ -175,6 +175,19 @@ Result AlbumDocument::SetAlbumTexts(const AlbumTexts &texts)
     return Result::Success();
 }
 
+void AlbumDocument::SetDocumentProperties(const RecordValues &properties)
+{
+    bool changed = false;
+    for (const auto &[key, value] : properties) {
+        if (list.GetDocumentProperty(key) != value) {
+            list.SetDocumentProperty(key, value);
+            changed = true;
+        }
+    }
+    if (changed)
+        DocumentWasModified();
+}
+
 bool AlbumDocument::ArrangePhotos(const QString &key, bool ascending, bool confirm, Prompter *prompter)
 {
     if (confirm && prompter) {

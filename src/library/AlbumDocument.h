@@ -88,6 +88,8 @@ public:
     // An identification names the album's folder on publishing servers: it must be a usable
     // folder name (not empty, no "/" or "\\", not "." or "..").
     Result SetAlbumTexts(const AlbumTexts &texts);
+    // Other document properties of the album (its export options), set in the order given.
+    void SetDocumentProperties(const RecordValues &properties);
 
     // Changes to records. Each marks the document modified when something changed.
     // A new record holding the values, appended at the end; returns its index.

@@ -27,9 +27,8 @@ void RunWhenEnabled(MainWindow *main, QStringList names, int triesLeft)
 
 // ORVANA_RUN_COMMANDS="mnuOptions mnuHelpAbout": commands of the menus run once the main window is
 // up, so scripts that document the program (scripts/screenshots) reach a window without a user.
-void RunCommandsFromEnvironment(MainWindow *main)
+void RunCommandsFromEnvironment(MainWindow *main, const QStringList &names)
 {
-    const QStringList names = qEnvironmentVariable("ORVANA_RUN_COMMANDS").split(u' ', Qt::SkipEmptyParts);
     if (!main || names.isEmpty())
         return;
     QTimer::singleShot(0, main, [main, names] { RunWhenEnabled(main, names, 300); });
@@ -47,6 +46,6 @@ int main(int argc, char *argv[])
     const StartupOutcome outcome = RunStartup(host, CommandLineTail(QCoreApplication::arguments()));
     if (outcome == StartupOutcome::ScreenRefused || !host.HasOpenWindow())
         return outcome == StartupOutcome::ScreenRefused ? 1 : 0;
-    RunCommandsFromEnvironment(host.Main());
+    RunCommandsFromEnvironment(host.Main(), qEnvironmentVariable("ORVANA_RUN_COMMANDS").split(u' ', Qt::SkipEmptyParts));
     return QApplication::exec();
 }

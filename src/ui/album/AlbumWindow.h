@@ -42,6 +42,9 @@ public:
     // The album folder, by which the main window finds an album that is already open.
     QString Path() const;
     AlbumDocument &Document();
+    // The photos selected in the grid (indices from 1, in album order), for commands of other
+    // windows that work on the selection.
+    QList<int> SelectedRecords() const;
 
     // The commands this window carries out; the main window enables its album commands by them.
     bool HasCommand(const QString &name) const;

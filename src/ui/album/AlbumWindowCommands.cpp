@@ -140,6 +140,11 @@ bool AlbumWindow::RunCommand(const QString &name)
     return true;
 }
 
+QList<int> AlbumWindow::SelectedRecords() const
+{
+    return grid->SelectedRecords();
+}
+
 CommandTarget AlbumWindow::Target() const
 {
     CommandTarget target;

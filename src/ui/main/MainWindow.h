@@ -78,6 +78,10 @@ public:
     void mnuInfoOnWeb_Click();
     void mnuVersionUpdater_Click();
     void mnuHelpAbout_Click();
+    void mnuWebReady_Click();
+    void mnuWebSync_Click();
+    void mnuOrvServerWebSync_Click();
+    void mnuLightboxMaker_Click();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
