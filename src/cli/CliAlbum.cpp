@@ -187,6 +187,8 @@ const CliGroup &AlbumCommands()
             {"edit", "ALBUM bw|sepia|enhance FILE...", "one effect on photos", {}, OnAlbum<AlbumEdit>},
             {"adjust", "ALBUM CONTRAST RED GREEN BLUE FILE...", "the adjust window's slider positions", {}, OnAlbum<AlbumAdjust>},
             {"crop", "ALBUM LEFT TOP RIGHT BOTTOM FILE", "RIGHT and BOTTOM are the first column and row left out", {}, OnAlbum<AlbumCrop>},
+            {"calendar", "ALBUM month YEAR | week FIRSTDAY", "the calendar marks: month row weekday, or weekday hour-slot (Sunday = 1)",
+             {JsonOption}, OnAlbum<AlbumCalendar>},
             {"write-metadata", "ALBUM [FILE...]", "captions, keywords and positions into the files; no FILE: every photo", {}, OnAlbum<AlbumWriteMetadata>},
         },
         "",

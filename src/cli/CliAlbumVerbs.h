@@ -19,3 +19,4 @@ int AlbumEdit(const CliArguments &args, AlbumDocument &album);
 int AlbumAdjust(const CliArguments &args, AlbumDocument &album);
 int AlbumCrop(const CliArguments &args, AlbumDocument &album);
 int AlbumWriteMetadata(const CliArguments &args, AlbumDocument &album);
+int AlbumCalendar(const CliArguments &args, AlbumDocument &album);

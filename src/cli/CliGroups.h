@@ -11,3 +11,4 @@ const CliGroup &TextCommand();
 const CliGroup &FtpCommands();
 const CliGroup &HttpCommands();
 const CliGroup &ImageCommands();
+const CliGroup &LibraryCommands();

@@ -10,7 +10,8 @@ namespace {
 using GroupTable = const CliGroup &(*)();
 
 constexpr GroupTable Groups[] = {AlbumCommands, ConvertCommand, GpsCommands, SettingsCommands,
-                                 TextCommand,   FtpCommands,    HttpCommands, ImageCommands};
+                                 TextCommand,   FtpCommands,    HttpCommands, ImageCommands,
+                                 LibraryCommands};
 
 QString TopLevelHelp()
 {
