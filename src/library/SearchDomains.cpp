@@ -41,6 +41,9 @@ QList<SearchDomain> LoadSearchDomains()
 {
     const QString file = SearchDomainsPath();
     if (!QFileInfo::exists(file)) {
+        // Before the first start there is no library folder yet to search: nothing is written.
+        if (GetLibraryPath().isEmpty())
+            return {};
         const QList<SearchDomain> first{{GetLibraryPath(), true}};
         SaveSearchDomains(first);
         return first;

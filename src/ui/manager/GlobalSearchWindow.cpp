@@ -1,0 +1,235 @@
+#include "ui/manager/GlobalSearchWindow.h"
+
+#include "ui/common/FileChooser.h"
+#include "ui/common/TaskRunner.h"
+
+#include "app/Language.h"
+#include "app/Prompter.h"
+#include "app/Settings.h"
+#include "library/SearchDomains.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QDateEdit>
+#include <QDir>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString Section = QStringLiteral("GlobalSearch");
+const QString AutoOpenKey = QStringLiteral("AutoOpenMatchedAlbums");
+constexpr int PathRole = Qt::UserRole + 1;
+
+QString Text(const char *key, const QString &section = QStringLiteral("Form"))
+{
+    return GetLocalizedString(QString::fromLatin1(key), section);
+}
+
+QTreeWidget *Table(const QStringList &columns, const QString &name)
+{
+    auto *table = new QTreeWidget;
+    table->setObjectName(name);
+    table->setRootIsDecorated(false);
+    table->setHeaderLabels(columns);
+    table->setUniformRowHeights(true);
+    return table;
+}
+
+} // namespace
+
+GlobalSearchWindow::GlobalSearchWindow(Prompter &asker, FileChooser &picker, OpenAlbum opener, QWidget *parent)
+    : QWidget(parent), prompter(asker), chooser(picker), open(std::move(opener)), runner(std::make_unique<TaskRunner>(this)),
+      domains(Table({Text("DomainName", Section), Text("DomainPath", Section)}, QStringLiteral("Domains"))),
+      results(Table({Text("AlbumTitle", Section), Text("Photos", Section), Text("Matched", Section), Text("AlbumLocation", Section)},
+                    QStringLiteral("Results"))),
+      text(new QLineEdit), modes(new QButtonGroup(this)), ranged(new QCheckBox(Text("DateRange"))), from(new QDateEdit),
+      to(new QDateEdit), autoOpen(new QCheckBox(Text("AutoOpenMatchedAlbums")))
+{
+    setObjectName(QStringLiteral("frmGlobalSearch"));
+    setWindowTitle(Text("GlobalSearch"));
+    setWindowIcon(QIcon::fromTheme(QStringLiteral("edit-find")));
+
+    auto *add = new QPushButton(Text("AddDomain", Section));
+    auto *remove = new QPushButton(Text("RemoveDomain", Section));
+    auto *domainButtons = new QHBoxLayout;
+    domainButtons->addWidget(add);
+    domainButtons->addWidget(remove);
+    domainButtons->addStretch(1);
+
+    text->setObjectName(QStringLiteral("SearchText"));
+    auto *search = new QPushButton(Text("Search"));
+    search->setDefault(true);
+    auto *modeRow = new QHBoxLayout;
+    const char *modeKeys[] = {"SearchInFileNames", "SearchInNotes", "SearchInKeywords", "SearchByDateOnly"};
+    for (int mode = 0; mode < 4; ++mode) {
+        auto *button = new QRadioButton(Text(modeKeys[mode]));
+        modes->addButton(button, mode);
+        modeRow->addWidget(button);
+    }
+    modes->button(0)->setChecked(true);
+    modeRow->addStretch(1);
+    for (QDateEdit *edit : {from, to}) {
+        edit->setCalendarPopup(true);
+        edit->setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
+        edit->setDate(QDate::currentDate());
+        edit->setEnabled(false);
+    }
+    from->setDate(QDate::currentDate().addYears(-1));
+    auto *rangeRow = new QHBoxLayout;
+    rangeRow->addWidget(ranged);
+    rangeRow->addWidget(from);
+    rangeRow->addWidget(to);
+    rangeRow->addStretch(1);
+    rangeRow->addWidget(autoOpen);
+    auto *searchRow = new QHBoxLayout;
+    searchRow->addWidget(text, 1);
+    searchRow->addWidget(search);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(domains, 1);
+    layout->addLayout(domainButtons);
+    layout->addLayout(searchRow);
+    layout->addLayout(modeRow);
+    layout->addLayout(rangeRow);
+    layout->addWidget(results, 2);
+
+    autoOpen->setChecked(SettingInteger(ReadSetting(Section, AutoOpenKey)) != 0);
+    connect(autoOpen, &QCheckBox::toggled, this, [](bool on) { WriteSetting(Section, AutoOpenKey, on ? QStringLiteral("1") : QStringLiteral("0")); });
+    connect(ranged, &QCheckBox::toggled, from, &QWidget::setEnabled);
+    connect(ranged, &QCheckBox::toggled, to, &QWidget::setEnabled);
+    // Searching by date alone needs the range.
+    connect(modes, &QButtonGroup::idToggled, this, [this](int mode, bool on) {
+        text->setEnabled(!(on && mode == int(SearchMode::DateOnly)));
+        if (on && mode == int(SearchMode::DateOnly))
+            ranged->setChecked(true);
+    });
+    connect(search, &QPushButton::clicked, this, &GlobalSearchWindow::StartSearch);
+    connect(text, &QLineEdit::returnPressed, this, &GlobalSearchWindow::StartSearch);
+    connect(add, &QPushButton::clicked, this, &GlobalSearchWindow::AddDomain);
+    connect(remove, &QPushButton::clicked, this, &GlobalSearchWindow::RemoveDomain);
+    connect(domains, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem *item) {
+        if (!filling)
+            CheckSearchDomain(item->data(0, PathRole).toString(), item->checkState(0) == Qt::Checked);
+    });
+    connect(results, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *item) {
+        open(item->data(0, PathRole).toString(), [] {});
+    });
+    FillDomains();
+}
+
+GlobalSearchWindow::~GlobalSearchWindow() = default;
+
+void GlobalSearchWindow::FillDomains()
+{
+    filling = true;
+    domains->clear();
+    for (const SearchDomain &domain : LoadSearchDomains()) {
+        auto *item = new QTreeWidgetItem(domains, {QFileInfo(domain.path).fileName(), QDir::toNativeSeparators(domain.path)});
+        item->setData(0, PathRole, domain.path);
+        item->setCheckState(0, domain.checked ? Qt::Checked : Qt::Unchecked);
+    }
+    domains->resizeColumnToContents(0);
+    filling = false;
+}
+
+void GlobalSearchWindow::AddDomain()
+{
+    const QString folder = chooser.ChooseFolder(this, Text("AddDomain", Section), QDir::homePath());
+    if (folder.isEmpty())
+        return;
+    if (const Result added = AddSearchDomain(QDir::cleanPath(folder)); !added)
+        prompter.Inform(windowTitle(), added.message);
+    FillDomains();
+}
+
+void GlobalSearchWindow::RemoveDomain()
+{
+    if (QTreeWidgetItem *item = domains->currentItem()) {
+        RemoveSearchDomain(item->data(0, PathRole).toString());
+        FillDomains();
+    }
+}
+
+void GlobalSearchWindow::SetQuery(const SearchQuery &query)
+{
+    text->setText(query.text);
+    modes->button(int(query.mode))->setChecked(true);
+    ranged->setChecked(query.from.has_value());
+    if (query.from) {
+        from->setDate(*query.from);
+        to->setDate(query.to.value_or(*query.from));
+    }
+}
+
+SearchQuery GlobalSearchWindow::Query() const
+{
+    SearchQuery query{text->text(), static_cast<SearchMode>(modes->checkedId()), {}, {}};
+    if (ranged->isChecked()) {
+        query.from = from->date();
+        query.to = to->date();
+    }
+    return query;
+}
+
+bool GlobalSearchWindow::StartSearch()
+{
+    const SearchQuery query = Query();
+    if (const Result valid = CheckSearchQuery(query); !valid) {
+        prompter.Inform(windowTitle(), valid.message);
+        return false;
+    }
+    auto found = std::make_shared<QList<AlbumMatch>>();
+    const bool started = runner->Start(windowTitle(), [query, found](ProgressSink &progress) {
+        *found = SearchAlbums(query, AlbumsOfCheckedDomains(), progress);
+    });
+    if (!started)
+        return false;
+    results->clear();
+    // One connection per search, gone with it.
+    auto *once = new QObject(this);
+    connect(runner.get(), &TaskRunner::Finished, once, [this, found, once](bool cancelled) {
+        once->deleteLater();
+        if (!cancelled)
+            ShowResults(*found);
+        emit SearchEnded(cancelled);
+    });
+    return true;
+}
+
+void GlobalSearchWindow::ShowResults(const QList<AlbumMatch> &matches)
+{
+    QStringList albums;
+    for (const AlbumMatch &match : matches) {
+        auto *item = new QTreeWidgetItem(results, {match.title, QString::number(match.photos), QString::number(match.matched),
+                                                   QDir::toNativeSeparators(match.path)});
+        item->setData(0, PathRole, match.path);
+        item->setTextAlignment(1, Qt::AlignRight);
+        item->setTextAlignment(2, Qt::AlignRight);
+        albums << match.path;
+    }
+    for (int column = 0; column < 3; ++column)
+        results->resizeColumnToContents(column);
+    if (autoOpen->isChecked())
+        OpenInTurn(albums);
+}
+
+// The main window opens one album at a time: each opens once the one before has.
+void GlobalSearchWindow::OpenInTurn(QStringList albums)
+{
+    if (albums.isEmpty())
+        return;
+    const QString first = albums.takeFirst();
+    open(first, [guard = QPointer<GlobalSearchWindow>(this), albums] {
+        if (guard)
+            guard->OpenInTurn(albums);
+    });
+}
