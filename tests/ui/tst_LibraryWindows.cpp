@@ -153,6 +153,7 @@ void LibraryWindowsTest::managerAndSearch()
     // Opening by double click goes through the main window.
     QTest::mouseDClick(hills, Qt::LeftButton);
     QTRY_COMPARE(main.AlbumWindows().size(), 1);
+    QTRY_VERIFY(!main.IsOpening()); // an album busy opening refuses to close
 
     // Renaming the open album closes its window first.
     prompter->name = QStringLiteral("Mountains");

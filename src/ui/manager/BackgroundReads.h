@@ -10,7 +10,6 @@
 // run on a pool of the window's own; each answer comes back on the interface thread, and only
 // while the object that asked still exists. The pool waits for its reads when the window goes.
 class BackgroundReads : public QObject {
-    Q_OBJECT
 public:
     explicit BackgroundReads(QObject *parent = nullptr) : QObject(parent) {}
     ~BackgroundReads() override { pool.waitForDone(); }

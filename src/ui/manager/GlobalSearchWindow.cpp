@@ -9,6 +9,7 @@
 #include "library/SearchDomains.h"
 
 #include <QButtonGroup>
+#include <algorithm>
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QDir>
@@ -20,6 +21,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -124,9 +126,37 @@ GlobalSearchWindow::GlobalSearchWindow(Prompter &asker, FileChooser &picker, Ope
         open(item->data(0, PathRole).toString(), [] {});
     });
     FillDomains();
+    if (const std::optional<SearchQuery> last = RememberedQuery()) {
+        SetQuery(*last);
+        QTimer::singleShot(0, this, &GlobalSearchWindow::StartSearch);
+    }
 }
 
 GlobalSearchWindow::~GlobalSearchWindow() = default;
+
+void GlobalSearchWindow::RememberQuery(const SearchQuery &query) const
+{
+    WriteSetting(Section, QStringLiteral("SearchText"), query.text);
+    WriteSetting(Section, QStringLiteral("SearchMode"), QString::number(int(query.mode)));
+    WriteSetting(Section, QStringLiteral("SearchFrom"), query.from ? query.from->toString(Qt::ISODate) : QString());
+    WriteSetting(Section, QStringLiteral("SearchTo"), query.to ? query.to->toString(Qt::ISODate) : QString());
+}
+
+std::optional<SearchQuery> GlobalSearchWindow::RememberedQuery() const
+{
+    const QString mode = ReadSetting(Section, QStringLiteral("SearchMode"));
+    if (mode.isEmpty())
+        return std::nullopt;
+    SearchQuery query{ReadSetting(Section, QStringLiteral("SearchText")),
+                      static_cast<SearchMode>(std::clamp(SettingInteger(mode), 0, 3)), {}, {}};
+    const QDate begin = QDate::fromString(ReadSetting(Section, QStringLiteral("SearchFrom")), Qt::ISODate);
+    const QDate end = QDate::fromString(ReadSetting(Section, QStringLiteral("SearchTo")), Qt::ISODate);
+    if (begin.isValid() && end.isValid()) {
+        query.from = begin;
+        query.to = end;
+    }
+    return query;
+}
 
 void GlobalSearchWindow::FillDomains()
 {
@@ -187,6 +217,7 @@ bool GlobalSearchWindow::StartSearch()
         prompter.Inform(windowTitle(), valid.message);
         return false;
     }
+    RememberQuery(query);
     auto found = std::make_shared<QList<AlbumMatch>>();
     const bool started = runner->Start(windowTitle(), [query, found](ProgressSink &progress) {
         *found = SearchAlbums(query, AlbumsOfCheckedDomains(), progress);

@@ -40,6 +40,10 @@ signals:
 
 private:
     void FillDomains();
+    // The last search is kept in [GlobalSearch] and run again when the window opens, so the
+    // window comes back as the user left it, its results brought up to date.
+    void RememberQuery(const SearchQuery &query) const;
+    std::optional<SearchQuery> RememberedQuery() const;
     SearchQuery Query() const;
     void ShowResults(const QList<AlbumMatch> &matches);
     void OpenInTurn(QStringList albums);
