@@ -13,14 +13,14 @@ namespace {
 
 const QString DocumentSection = QStringLiteral("OrvDocument");
 
-QString Text(const char *key, const QString &section = DocumentSection)
+QString LibraryText(const char *key, const QString &section = DocumentSection)
 {
     return GetLocalizedString(QString::fromLatin1(key), section);
 }
 
 QString Title()
 {
-    return Text("AlbumManager", QStringLiteral("Form"));
+    return LibraryText("AlbumManager", QStringLiteral("Form"));
 }
 
 // A name that would leave its folder, or name none, is refused as a failed creation would be.
@@ -46,8 +46,8 @@ std::optional<QString> Report(const NameOutcome &outcome, Prompter &prompter, co
     switch (outcome.status) {
     case NameStatus::Done: return outcome.path;
     case NameStatus::Empty: break;
-    case NameStatus::Exists: prompter.Inform(Title(), Text("MessageNameExists")); break;
-    case NameStatus::Failed: prompter.Error(Title(), Text(failure)); break;
+    case NameStatus::Exists: prompter.Inform(Title(), LibraryText("MessageNameExists")); break;
+    case NameStatus::Failed: prompter.Error(Title(), LibraryText(failure)); break;
     }
     return std::nullopt;
 }
@@ -57,7 +57,7 @@ std::optional<QString> Rename(const QString &path, Prompter &prompter, OpenAlbum
     const QString clean = QDir::cleanPath(path);
     if (!open.CloseAlbumsUnder(clean))
         return std::nullopt;
-    const std::optional<QString> name = prompter.AskText(Title(), Text("EnterNewName"), AlbumTitleFromPath(clean));
+    const std::optional<QString> name = prompter.AskText(Title(), LibraryText("EnterNewName"), AlbumTitleFromPath(clean));
     if (!name)
         return std::nullopt;
     return Report(RenameLibraryFolder(clean, *name), prompter, "MessageFailToCreateFolder");
@@ -66,7 +66,7 @@ std::optional<QString> Rename(const QString &path, Prompter &prompter, OpenAlbum
 bool Trash(const QString &path, Prompter &prompter, OpenAlbums &open)
 {
     const QString clean = QDir::cleanPath(path);
-    if (!prompter.AskYesNo(Text("MoveToTrash", QStringLiteral("Form")), Text("MoveToTrash", QStringLiteral("Form")) + QStringLiteral(": ") + QDir::toNativeSeparators(clean) + u'?'))
+    if (!prompter.AskYesNo(LibraryText("MoveToTrash", QStringLiteral("Form")), LibraryText("MoveToTrash", QStringLiteral("Form")) + QStringLiteral(": ") + QDir::toNativeSeparators(clean) + u'?'))
         return false;
     if (!open.CloseAlbumsUnder(clean))
         return false;
@@ -118,7 +118,7 @@ NameOutcome RenameLibraryFolder(const QString &path, const QString &newName)
 
 std::optional<QString> ActionNewAlbum(const QString &folder, Prompter &prompter)
 {
-    const std::optional<QString> name = prompter.AskText(Title(), Text("NameNewAlbum"), QString());
+    const std::optional<QString> name = prompter.AskText(Title(), LibraryText("NameNewAlbum"), QString());
     if (!name)
         return std::nullopt;
     return Report(MakeAlbumFolder(folder, *name), prompter, "MessageFailToCreateAlbum");
@@ -126,7 +126,7 @@ std::optional<QString> ActionNewAlbum(const QString &folder, Prompter &prompter)
 
 std::optional<QString> ActionNewFolder(const QString &folder, Prompter &prompter, bool category)
 {
-    const std::optional<QString> name = prompter.AskText(Title(), Text(category ? "NameNewCategory" : "NameNewFolder"), QString());
+    const std::optional<QString> name = prompter.AskText(Title(), LibraryText(category ? "NameNewCategory" : "NameNewFolder"), QString());
     if (!name)
         return std::nullopt;
     return Report(MakeFolder(folder, *name), prompter, "MessageFailToCreateFolder");
@@ -154,18 +154,18 @@ bool ActionMoveToTrash(const QString &folder, Prompter &prompter, OpenAlbums &op
 
 std::optional<QString> ActionConvertFolderToAlbum(const QString &folder, Prompter &prompter)
 {
-    const QString title = Text("ConvertFolderToAlbumTitle");
+    const QString title = LibraryText("ConvertFolderToAlbumTitle");
     const QString clean = QDir::cleanPath(folder);
-    if (!prompter.AskYesNo(title, Text("MessageConvertFolderToAlbum1").arg(QFileInfo(clean).fileName())))
+    if (!prompter.AskYesNo(title, LibraryText("MessageConvertFolderToAlbum1").arg(QFileInfo(clean).fileName())))
         return std::nullopt;
     const ConvertResult converted = ConvertDoc(clean);
     switch (converted.status) {
     case ConvertStatus::Converted: return converted.albumPath;
-    case ConvertStatus::AlreadyAlbum: prompter.Inform(title, Text("MessageAlreadyBeAlbum")); break;
-    case ConvertStatus::NonPhotoContained: prompter.Inform(title, Text("MessageNon-photoContained")); break;
+    case ConvertStatus::AlreadyAlbum: prompter.Inform(title, LibraryText("MessageAlreadyBeAlbum")); break;
+    case ConvertStatus::NonPhotoContained: prompter.Inform(title, LibraryText("MessageNon-photoContained")); break;
     case ConvertStatus::Missing:
     case ConvertStatus::TargetExists:
-    case ConvertStatus::MoveFailed: prompter.Error(title, Text("MessageFailToCreateAlbum")); break;
+    case ConvertStatus::MoveFailed: prompter.Error(title, LibraryText("MessageFailToCreateAlbum")); break;
     }
     return std::nullopt;
 }

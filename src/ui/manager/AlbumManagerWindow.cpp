@@ -26,14 +26,14 @@
 
 namespace {
 
-QString Text(const char *key, const char *section = "Form")
+QString ManagerText(const char *key, const char *section = "Form")
 {
     return GetLocalizedString(QString::fromLatin1(key), QString::fromLatin1(section));
 }
 
 QString MenuText(const char *key)
 {
-    return Text(key, "Menu").remove(u'&');
+    return ManagerText(key, "Menu").remove(u'&');
 }
 
 // A menu that shows without waiting and goes once closed.
@@ -56,7 +56,7 @@ QImage ReadThumbnail(const QString &file)
 
 QString CellInfo(const AlbumPreview &preview)
 {
-    const QString count = Text("LabelNumber") + u' ' + GroupedNumber(preview.photos);
+    const QString count = ManagerText("LabelNumber") + u' ' + GroupedNumber(preview.photos);
     return preview.lastCapture.isValid() ? count + QStringLiteral("  ") + preview.lastCapture.date().toString(QStringLiteral("yyyy-MM-dd"))
                                          : count;
 }
@@ -75,15 +75,15 @@ AlbumManagerWindow::AlbumManagerWindow(Prompter &asker, OpenAlbums &albums, std:
       tree(new LibraryTree), grid(new CellGrid), preview(new PreviewPane), folderLabel(new QLabel)
 {
     setObjectName(QStringLiteral("frmAlbumManager"));
-    setWindowTitle(Text("AlbumManager"));
+    setWindowTitle(ManagerText("AlbumManager"));
     setWindowIcon(QIcon::fromTheme(QStringLiteral("folder-pictures")));
 
     auto *tools = new QToolBar;
     tools->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    tools->addAction(QIcon::fromTheme(QStringLiteral("folder-new")), Text("NewAlbum"), this, &AlbumManagerWindow::ActionNewAlbum);
-    tools->addAction(QIcon::fromTheme(QStringLiteral("folder-new")), Text("NewFolder"), this, &AlbumManagerWindow::ActionNewFolder);
-    tools->addAction(QIcon::fromTheme(QStringLiteral("view-refresh")), Text("Refresh"), this, &AlbumManagerWindow::ActionRefresh);
-    tools->addAction(QIcon::fromTheme(QStringLiteral("edit-find")), Text("GlobalSearch"), this, &AlbumManagerWindow::GlobalSearchWanted);
+    tools->addAction(QIcon::fromTheme(QStringLiteral("folder-new")), ManagerText("NewAlbum"), this, &AlbumManagerWindow::ActionNewAlbum);
+    tools->addAction(QIcon::fromTheme(QStringLiteral("folder-new")), ManagerText("NewFolder"), this, &AlbumManagerWindow::ActionNewFolder);
+    tools->addAction(QIcon::fromTheme(QStringLiteral("view-refresh")), ManagerText("Refresh"), this, &AlbumManagerWindow::ActionRefresh);
+    tools->addAction(QIcon::fromTheme(QStringLiteral("edit-find")), ManagerText("GlobalSearch"), this, &AlbumManagerWindow::GlobalSearchWanted);
 
     auto *area = new QScrollArea;
     area->setWidget(grid);
@@ -107,8 +107,8 @@ AlbumManagerWindow::AlbumManagerWindow(Prompter &asker, OpenAlbums &albums, std:
     connect(tree, &LibraryTree::FolderChosen, this, &AlbumManagerWindow::SetRootFolder);
     connect(tree, &QWidget::customContextMenuRequested, this, [this](const QPoint &at) {
         QMenu *menu = PopupMenu(this);
-        menu->addAction(Text("NewAlbum"), this, &AlbumManagerWindow::ActionNewAlbum);
-        menu->addAction(Text("NewFolder"), this, &AlbumManagerWindow::ActionNewFolder);
+        menu->addAction(ManagerText("NewAlbum"), this, &AlbumManagerWindow::ActionNewAlbum);
+        menu->addAction(ManagerText("NewFolder"), this, &AlbumManagerWindow::ActionNewFolder);
         menu->addSeparator();
         menu->addAction(MenuText("mnuAMRename"), this, &AlbumManagerWindow::ActionRename);
         menu->addAction(MenuText("mnuAMMoveToTrash"), this, &AlbumManagerWindow::ActionMoveToTrash);
@@ -199,7 +199,7 @@ QList<OrvAlbumCell *> AlbumManagerWindow::Cells() const
 
 QString AlbumManagerWindow::PreviewText() const
 {
-    return preview->Text();
+    return preview->ShownText();
 }
 
 void AlbumManagerWindow::RefreshAlbumPreview()

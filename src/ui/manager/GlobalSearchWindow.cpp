@@ -31,7 +31,7 @@ const QString Section = QStringLiteral("GlobalSearch");
 const QString AutoOpenKey = QStringLiteral("AutoOpenMatchedAlbums");
 constexpr int PathRole = Qt::UserRole + 1;
 
-QString Text(const char *key, const QString &section = QStringLiteral("Form"))
+QString SearchWindowText(const char *key, const QString &section = QStringLiteral("Form"))
 {
     return GetLocalizedString(QString::fromLatin1(key), section);
 }
@@ -50,30 +50,30 @@ QTreeWidget *Table(const QStringList &columns, const QString &name)
 
 GlobalSearchWindow::GlobalSearchWindow(Prompter &asker, FileChooser &picker, OpenAlbum opener, QWidget *parent)
     : QWidget(parent), prompter(asker), chooser(picker), open(std::move(opener)), runner(std::make_unique<TaskRunner>(this)),
-      domains(Table({Text("DomainName", Section), Text("DomainPath", Section)}, QStringLiteral("Domains"))),
-      results(Table({Text("AlbumTitle", Section), Text("Photos", Section), Text("Matched", Section), Text("AlbumLocation", Section)},
+      domains(Table({SearchWindowText("DomainName", Section), SearchWindowText("DomainPath", Section)}, QStringLiteral("Domains"))),
+      results(Table({SearchWindowText("AlbumTitle", Section), SearchWindowText("Photos", Section), SearchWindowText("Matched", Section), SearchWindowText("AlbumLocation", Section)},
                     QStringLiteral("Results"))),
-      text(new QLineEdit), modes(new QButtonGroup(this)), ranged(new QCheckBox(Text("DateRange"))), from(new QDateEdit),
-      to(new QDateEdit), autoOpen(new QCheckBox(Text("AutoOpenMatchedAlbums")))
+      text(new QLineEdit), modes(new QButtonGroup(this)), ranged(new QCheckBox(SearchWindowText("DateRange"))), from(new QDateEdit),
+      to(new QDateEdit), autoOpen(new QCheckBox(SearchWindowText("AutoOpenMatchedAlbums")))
 {
     setObjectName(QStringLiteral("frmGlobalSearch"));
-    setWindowTitle(Text("GlobalSearch"));
+    setWindowTitle(SearchWindowText("GlobalSearch"));
     setWindowIcon(QIcon::fromTheme(QStringLiteral("edit-find")));
 
-    auto *add = new QPushButton(Text("AddDomain", Section));
-    auto *remove = new QPushButton(Text("RemoveDomain", Section));
+    auto *add = new QPushButton(SearchWindowText("AddDomain", Section));
+    auto *remove = new QPushButton(SearchWindowText("RemoveDomain", Section));
     auto *domainButtons = new QHBoxLayout;
     domainButtons->addWidget(add);
     domainButtons->addWidget(remove);
     domainButtons->addStretch(1);
 
     text->setObjectName(QStringLiteral("SearchText"));
-    auto *search = new QPushButton(Text("Search"));
+    auto *search = new QPushButton(SearchWindowText("Search"));
     search->setDefault(true);
     auto *modeRow = new QHBoxLayout;
     const char *modeKeys[] = {"SearchInFileNames", "SearchInNotes", "SearchInKeywords", "SearchByDateOnly"};
     for (int mode = 0; mode < 4; ++mode) {
-        auto *button = new QRadioButton(Text(modeKeys[mode]));
+        auto *button = new QRadioButton(SearchWindowText(modeKeys[mode]));
         modes->addButton(button, mode);
         modeRow->addWidget(button);
     }
@@ -173,7 +173,7 @@ void GlobalSearchWindow::FillDomains()
 
 void GlobalSearchWindow::AddDomain()
 {
-    const QString folder = chooser.ChooseFolder(this, Text("AddDomain", Section), QDir::homePath());
+    const QString folder = chooser.ChooseFolder(this, SearchWindowText("AddDomain", Section), QDir::homePath());
     if (folder.isEmpty())
         return;
     if (const Result added = AddSearchDomain(QDir::cleanPath(folder)); !added)

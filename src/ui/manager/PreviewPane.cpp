@@ -48,7 +48,7 @@ void PreviewPane::Clear()
         label->clear();
 }
 
-QString PreviewPane::Text() const
+QString PreviewPane::ShownText() const
 {
     return QStringList{title->text(), identification->text(), number->text(), size->text(), dates->text()}.join(u'\n');
 }

@@ -14,7 +14,7 @@ public:
 
     void Show(const AlbumPreview &preview);
     void Clear();
-    QString Text() const; // what is shown, line by line
+    QString ShownText() const; // what is shown, line by line
 
 private:
     QLabel *title;
