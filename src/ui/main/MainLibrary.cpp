@@ -4,6 +4,7 @@
 #include "ui/common/FileChooser.h"
 #include "ui/manager/AlbumManagerWindow.h"
 #include "ui/manager/GlobalSearchWindow.h"
+#include "ui/main/WelcomeWindow.h"
 
 #include "library/OpenAlbums.h"
 
@@ -53,7 +54,7 @@ QMdiSubWindow *AddChild(QMdiArea *area, QWidget *window, const QSize &size)
 {
     QMdiSubWindow *frame = area->addSubWindow(window);
     frame->setAttribute(Qt::WA_DeleteOnClose);
-    frame->resize(size);
+    frame->resize(size.boundedTo(area->viewport()->size()));
     frame->show();
     area->setActiveSubWindow(frame);
     return frame;
@@ -63,6 +64,9 @@ QMdiSubWindow *AddChild(QMdiArea *area, QWidget *window, const QSize &size)
 
 AlbumManagerWindow *MainWindow::ShowAlbumManager()
 {
+    // The manager takes the welcome window's place, as an album does.
+    if (welcome)
+        welcome->close();
     if (auto *shown = FindChild<AlbumManagerWindow>(documents))
         return shown;
     auto *open = new MainOpenAlbums(*this, nullptr);
@@ -80,6 +84,8 @@ void MainWindow::mnuAlbumManager_Click()
 
 void MainWindow::mnuGlobalSearch_Click()
 {
+    if (welcome)
+        welcome->close();
     if (FindChild<GlobalSearchWindow>(documents))
         return;
     auto *search = new GlobalSearchWindow(*prompter, *chooser, [this](const QString &path, std::function<void()> done) {

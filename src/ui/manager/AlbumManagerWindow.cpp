@@ -171,7 +171,11 @@ void AlbumManagerWindow::ShowContent(const FolderContent &content)
             },
             cell, [cell](AlbumPreview facts) { cell->SetAlbumInfo(CellInfo(facts)); });
     }
-    if (OrvAlbumCell *chosen = grid->Find(std::exchange(selectAfterLoad, QString())))
+    // The album asked for, else the first: the preview shows at once.
+    OrvAlbumCell *chosen = grid->Find(std::exchange(selectAfterLoad, QString()));
+    if (!chosen && !cells.isEmpty())
+        chosen = cells.front();
+    if (chosen)
         grid->Select(chosen);
     emit Loaded();
 }

@@ -13,16 +13,17 @@
 namespace {
 
 constexpr int FilledRole = Qt::UserRole + 2;
+constexpr int NameRole = Qt::UserRole + 3; // the caption before its number of albums
 
 QString FormText(const char *key)
 {
     return GetLocalizedString(QString::fromLatin1(key), QStringLiteral("Form"));
 }
 
-QString Caption(const QString &path)
+QString FolderName(const QString &path)
 {
     const QString name = QFileInfo(path).fileName();
-    return TreeNodeCaption(name.isEmpty() ? path : name, static_cast<int>(FindAlbums(path).size()));
+    return name.isEmpty() ? path : name;
 }
 
 } // namespace
@@ -38,7 +39,7 @@ LibraryTree::LibraryTree(QWidget *parent) : QTreeWidget(parent)
     volumes << Environment().MountedVolumes();
     volumes.removeDuplicates();
     for (const QString &volume : volumes)
-        AddFolder(computer, volume, volume == QLatin1String("/") ? volume : Caption(volume));
+        AddFolder(computer, volume, FolderName(volume));
     const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
     AddFolder(invisibleRootItem(), desktop, FormText("MyDesktop"))->setIcon(0, QIcon::fromTheme(QStringLiteral("user-desktop")));
     AddFolder(invisibleRootItem(), GetLibraryPath(), FormText("MyPhotoAlbums"))->setIcon(0, QIcon::fromTheme(QStringLiteral("folder-pictures")));
@@ -51,8 +52,10 @@ LibraryTree::LibraryTree(QWidget *parent) : QTreeWidget(parent)
 
 QTreeWidgetItem *LibraryTree::AddFolder(QTreeWidgetItem *parent, const QString &path, const QString &caption)
 {
-    auto *item = new QTreeWidgetItem(parent, {caption});
+    auto *item = new QTreeWidgetItem(parent);
     item->setData(0, PathRole, QDir::cleanPath(path));
+    item->setData(0, NameRole, caption);
+    item->setText(0, TreeNodeCaption(caption, static_cast<int>(FindAlbums(path).size())));
     item->setIcon(0, QIcon::fromTheme(QStringLiteral("folder")));
     // Whether it has folders is learnt when it is opened.
     item->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
@@ -66,7 +69,7 @@ void LibraryTree::Fill(QTreeWidgetItem *item)
     item->setData(0, FilledRole, true);
     const QString path = item->data(0, PathRole).toString();
     for (const QString &folder : FindPlainSubfolders(path))
-        AddFolder(item, folder, Caption(folder));
+        AddFolder(item, folder, FolderName(folder));
     item->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicatorWhenChildless);
 }
 
@@ -112,8 +115,8 @@ void LibraryTree::RefreshChosen()
     qDeleteAll(item->takeChildren());
     item->setData(0, FilledRole, false);
     item->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
-    if (item->parent() && item->parent()->data(0, PathRole).isValid())
-        item->setText(0, Caption(item->data(0, PathRole).toString()));
+    item->setText(0, TreeNodeCaption(item->data(0, NameRole).toString(),
+                                     static_cast<int>(FindAlbums(item->data(0, PathRole).toString()).size())));
     Fill(item);
     item->setExpanded(open);
 }
