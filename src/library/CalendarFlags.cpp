@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 
 namespace {
 
@@ -19,14 +20,26 @@ std::size_t WeekIndex(int weekday, int slot)
     return static_cast<std::size_t>((weekday - 1) * 24 + (slot - 1));
 }
 
-void ForEachCapture(const DataList &list, const std::function<void(const QDateTime &)> &visit)
+// The calendars are brought up to date on the interface thread after every change, so a list of
+// 100,000 records must take milliseconds: the key is matched by its number, not its name, and
+// only the values that `wanted` keeps by their text (wall-clock texts sort as their times do)
+// are read as times.
+void ForEachCapture(const DataList &list, const std::function<bool(const QString &)> &wanted,
+                    const std::function<void(const QDateTime &)> &visit)
 {
+    std::optional<DataList::KeyId> captureKey;
     for (int i = 1; i <= list.ItemCount(); ++i) {
-        const QString text = list.GetItemProperty(PhotoRecord::CaptureDate, i);
-        if (text.isEmpty())
-            continue;
-        if (const std::optional<QDateTime> moment = ReadWallClock(text))
-            visit(*moment);
+        for (const DataList::Entry &entry : list.ItemAt(i)) {
+            if (!captureKey && list.KeyName(entry.key) == PhotoRecord::CaptureDate)
+                captureKey = entry.key;
+            if (captureKey != entry.key)
+                continue;
+            if (!wanted(entry.value))
+                break;
+            if (const std::optional<QDateTime> moment = ReadWallClock(entry.value))
+                visit(*moment);
+            break;
+        }
     }
 }
 
@@ -82,7 +95,9 @@ bool WeekFlags::Any() const
 MonthFlags ComputeMonthFlags(const DataList &list, int year)
 {
     MonthFlags marks;
-    ForEachCapture(list, [&](const QDateTime &moment) {
+    const QString prefix = QStringLiteral("%1-").arg(year, 4, 10, QLatin1Char('0'));
+    const auto inYear = [&prefix](const QString &text) { return text.startsWith(prefix); };
+    ForEachCapture(list, inYear, [&](const QDateTime &moment) {
         const QDate day = moment.date();
         if (day.year() == year)
             marks.Set(day.month(), MonthGridRow(day), WeekdayFromSunday(day));
@@ -95,7 +110,10 @@ WeekFlags ComputeWeekFlags(const DataList &list, const QDate &firstDay)
     WeekFlags marks;
     const QDateTime begin(firstDay, QTime(0, 0), Qt::UTC);
     const QDateTime end = begin.addDays(7);
-    ForEachCapture(list, [&](const QDateTime &moment) {
+    const QString from = firstDay.toString(QStringLiteral("yyyy-MM-dd"));
+    const QString to = firstDay.addDays(8).toString(QStringLiteral("yyyy-MM-dd"));
+    const auto nearWeek = [&](const QString &text) { return text >= from && text < to; };
+    ForEachCapture(list, nearWeek, [&](const QDateTime &moment) {
         if (moment >= begin && moment < end)
             marks.Set(WeekdayFromSunday(moment.date()), moment.time().hour() + 1);
     });
@@ -105,9 +123,14 @@ WeekFlags ComputeWeekFlags(const DataList &list, const QDate &firstDay)
 QDate LatestCaptureDay(const DataList &list)
 {
     QDateTime latest;
-    ForEachCapture(list, [&](const QDateTime &moment) {
-        if (!latest.isValid() || moment > latest)
+    QString latestText;
+    // Only a later text can be a later time.
+    const auto later = [&latestText](const QString &text) { return text > latestText; };
+    ForEachCapture(list, later, [&](const QDateTime &moment) {
+        if (!latest.isValid() || moment > latest) {
             latest = moment;
+            latestText = WallClockText(moment);
+        }
     });
     return latest.date();
 }

@@ -16,6 +16,10 @@ private slots:
     void verbs();
 
 private:
+    CliRun Cli(const QStringList &arguments)
+    {
+        return RunCli(home->path(), arguments, {{QStringLiteral("XDG_DATA_HOME"), home->path() + QStringLiteral("/.local/share")}});
+    }
     std::unique_ptr<QTemporaryDir> home;
     QString library;
 };
@@ -45,7 +49,7 @@ void CliLibraryTest::init()
     library = home->path() + QStringLiteral("/Albums");
     WriteAlbum(library + QStringLiteral("/Lake.album"), {"2024-06-01 09:00:00"});
     WriteAlbum(library + QStringLiteral("/Hills.album"), {"2024-07-01 09:00:00", "2024-07-02 21:30:00"});
-    QCOMPARE(RunCli(home->path(), {"settings", "set", "Library", "MainPath", library}).exitCode, 0);
+    QCOMPARE(Cli({"settings", "set", "Library", "MainPath", library}).exitCode, 0);
 }
 
 void CliLibraryTest::verbs_data()
@@ -79,10 +83,10 @@ void CliLibraryTest::verbs()
     QFETCH(int, exitCode);
     QFETCH(QString, output);
     for (qsizetype i = 0; i + 1 < commands.size(); ++i) {
-        const CliRun step = RunCli(home->path(), commands[i]);
+        const CliRun step = Cli(commands[i]);
         QVERIFY2(step.exitCode == 0, qPrintable(step.err));
     }
-    const CliRun last = RunCli(home->path(), commands.back());
+    const CliRun last = Cli(commands.back());
     QVERIFY2(last.exitCode == exitCode, qPrintable(last.err));
     if (QTest::currentDataTag() == QLatin1String("rename keeps the suffix")) {
         QVERIFY(last.out.contains(library + QStringLiteral("/Pond.album")));

@@ -1,5 +1,6 @@
 #include "library/AlbumDiscovery.h"
 #include "library/AlbumFormat.h"
+#include "library/AlbumPreview.h"
 #include "library/CalendarFlags.h"
 #include "library/GlobalSearch.h"
 #include "library/LibraryFolders.h"
@@ -21,10 +22,13 @@ class LibraryTest : public QObject {
     Q_OBJECT
 private slots:
     void init();
+    void cleanup();
     void discovery_data();
     void discovery();
     void folderCommands_data();
     void folderCommands();
+    void previewFacts_data();
+    void previewFacts();
     void searchDomains();
     void globalSearch_data();
     void globalSearch();
@@ -106,6 +110,13 @@ void LibraryTest::init()
     QDir().mkpath(library);
     QDir().mkpath(environment->UserData());
     WriteSetting(QStringLiteral("Library"), QStringLiteral("MainPath"), library);
+    // The trash of the test's own, never the user's.
+    qputenv("XDG_DATA_HOME", (environment->Root() + QStringLiteral("/data")).toUtf8());
+}
+
+void LibraryTest::cleanup()
+{
+    qunsetenv("XDG_DATA_HOME");
 }
 
 void LibraryTest::discovery_data()
@@ -163,6 +174,8 @@ void LibraryTest::folderCommands_data()
     QTest::newRow("renaming an open album closes it first") << "rename album" << "New" << true << QStringList{"New.album", "Taken.album", "Trips"} << "" << QStringList{"Old.album"};
     QTest::newRow("rename refused by its window") << "rename album" << "New" << false << before << "" << QStringList{"Old.album"};
     QTest::newRow("rename onto a taken name") << "rename album" << "Taken.album" << true << before << "MessageNameExists" << QStringList{"Old.album"};
+    QTest::newRow("trashing an open album closes it first") << "trash album" << "" << true << QStringList{"Taken.album", "Trips"} << "" << QStringList{"Old.album"};
+    QTest::newRow("trash refused by its window") << "trash album" << "" << false << before << "" << QStringList{"Old.album"};
     QTest::newRow("folder rename has no suffix rule") << "rename folder" << "Journeys" << true << QStringList{"Journeys", "Old.album", "Taken.album"} << "" << QStringList{"Trips"};
 }
 
@@ -187,6 +200,8 @@ void LibraryTest::folderCommands()
         made = ActionNewAlbum(library, prompter);
     else if (command == QLatin1String("new folder"))
         made = ActionNewFolder(library, prompter);
+    else if (command == QLatin1String("trash album"))
+        made = ActionMoveAlbumToTrash(library + QStringLiteral("/Old.album"), prompter, open) ? std::optional<QString>(library) : std::nullopt;
     else if (command == QLatin1String("rename album"))
         made = ActionRenameAlbum(library + QStringLiteral("/Old.album"), prompter, open);
     else
@@ -196,9 +211,38 @@ void LibraryTest::folderCommands()
     QCOMPARE(prompter.told.contains(Message("MessageNameExists")), !message.isEmpty());
     if (command == QLatin1String("rename album") && agree)
         QVERIFY(prompter.told.contains(QStringLiteral("asked:Old"))); // prefilled without ".album"
-    QCOMPARE(made.has_value(), message.isEmpty() && agree && !answer.isEmpty());
+    QCOMPARE(made.has_value(), message.isEmpty() && agree && (!answer.isEmpty() || command == QLatin1String("trash album")));
     if (made)
         QVERIFY(QFileInfo(*made).isDir());
+}
+
+void LibraryTest::previewFacts_data()
+{
+    QTest::addColumn<QStringList>("captures");
+    QTest::addColumn<QString>("facts"); // photos, total size, first and last capture
+    QTest::newRow("first and last by time, not by order") << QStringList{"2024-05-01 12:00:00", "2023-01-02 00:05:00", "2024-05-01 23:59:00"}
+                                                          << "3|3,000|2023-01-02 12:05 AM|2024-05-01 11:59 PM";
+    QTest::newRow("noon is PM") << QStringList{"2024-05-01 12:30:00"} << "1|1,000|2024-05-01 12:30 PM|2024-05-01 12:30 PM";
+    QTest::newRow("no dates") << QStringList{"", ""} << "2|2,000||";
+    QTest::newRow("thousands grouped") << QStringList(1234, QString()) << "1,234|1,234,000||";
+}
+
+void LibraryTest::previewFacts()
+{
+    QFETCH(QStringList, captures);
+    QFETCH(QString, facts);
+    QList<QStringList> records;
+    for (const QString &capture : captures)
+        records.append({QStringLiteral("p.jpg"), capture});
+    const QString album = library + QStringLiteral("/Days.album");
+    WriteAlbum(album, QStringLiteral("Days"), records);
+    AlbumPreview preview;
+    QVERIFY(ReadAlbumPreview(album, preview));
+    QCOMPARE(preview.title, QStringLiteral("Days"));
+    QCOMPARE(QStringList({GroupedNumber(preview.photos), GroupedNumber(preview.totalSize), PreviewDateText(preview.firstCapture),
+                          PreviewDateText(preview.lastCapture)}).join(u'|'),
+             facts);
+    QVERIFY(!ReadAlbumPreview(library + QStringLiteral("/Missing.album"), preview));
 }
 
 void LibraryTest::searchDomains()

@@ -108,21 +108,21 @@ void LibraryWindowsTest::calendarPicks()
     auto *panel = window.findChild<OrvExtraPanel *>();
     auto *grid = window.findChild<OrvThumbnailView *>();
     QVERIFY(panel && grid);
+    const bool monthly = view == QLatin1String("month");
+    panel->setCurrentWidget(monthly ? panel->Calendars().MonthPage() : panel->Calendars().WeekPage());
     panel->Calendars().UpdateNow();
     if (moveLastPhoto) {
         window.Document().SetRecordValue(4, QStringLiteral("CaptureDate"), QStringLiteral("2025-03-31 10:30:00"));
         // The marks are redrawn shortly after the change, with no call from here.
         QTRY_VERIFY(!panel->Calendars().Week()->Flags().At(3, 11));
     }
-    if (view == QLatin1String("month")) {
+    if (monthly) {
         OrvMonthView *month = panel->Calendars().Month();
-        panel->setCurrentWidget(panel->Calendars().MonthPage());
         QCOMPARE(month->GetYear(), 2025);
         QTest::mouseClick(month, Qt::LeftButton, {}, month->DayRect(QDate(2025, 3, 31)).center());
         QCOMPARE(month->GetSelectedDay(), QDate(2025, 3, 31));
     } else {
         OrvWeekView *week = panel->Calendars().Week();
-        panel->setCurrentWidget(panel->Calendars().WeekPage());
         QCOMPARE(week->GetWeek(), QDate(2025, 3, 30)); // the Sunday before the latest photo
         QTest::mouseClick(week, Qt::LeftButton, {}, week->HourRect(1, 10).center());
     }

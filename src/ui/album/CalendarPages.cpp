@@ -34,6 +34,7 @@ CalendarPages::CalendarPages(QWidget *owner)
     monthPage = Page(month, yearCaption, [this](int by) {
         month->SetYear(month->GetYear() + by);
         month->UpdateHighlightFlags();
+        monthStale = false;
         RefreshCaptions();
     });
     weekPage = Page(week, weekCaption, [this](int by) {
@@ -85,6 +86,7 @@ void CalendarPages::SetDataList(const DataList *list)
 
 void CalendarPages::RefreshCalendarHighlight()
 {
+    monthStale = weekStale = true;
     refresh->start();
 }
 
@@ -95,19 +97,31 @@ void CalendarPages::UpdateNow()
         if (const QDate latest = LatestCaptureDay(*records); latest.isValid()) {
             placed = true;
             month->SetYear(latest.year());
+            monthStale = true;
             ShowWeekOf(latest);
             month->ShowMonth(latest.month());
         }
     }
-    month->UpdateHighlightFlags();
-    week->UpdateHighlightFlags();
+    if (monthStale && monthPage->isVisible()) {
+        month->UpdateHighlightFlags();
+        monthStale = false;
+    }
+    if (weekStale && weekPage->isVisible()) {
+        week->UpdateHighlightFlags();
+        weekStale = false;
+    }
     RefreshCaptions();
 }
 
 void CalendarPages::ShowWeekOf(const QDate &day)
 {
     week->SetWeek(day.addDays(-(WeekdayFromSunday(day) - 1)));
-    week->UpdateHighlightFlags();
+    // Marked when it shows, unless it is in sight now.
+    weekStale = true;
+    if (weekPage->isVisible()) {
+        week->UpdateHighlightFlags();
+        weekStale = false;
+    }
     RefreshCaptions();
 }
 

@@ -24,9 +24,10 @@ public:
     OrvWeekView *Week() const { return week; }
 
     void SetDataList(const DataList *list);
-    // Brings both views up to date with the records, soon.
+    // Brings both views up to date with the records, soon. A view out of sight is brought up to
+    // date when it shows: a big album's marks are computed only for the calendar looked at.
     void RefreshCalendarHighlight();
-    // The same at once.
+    // The same at once, for the view in sight.
     void UpdateNow();
 
 signals:
@@ -47,4 +48,6 @@ private:
     QTimer *refresh;
     const DataList *records = nullptr;
     bool placed = false; // the views have been moved to the album's latest photos once
+    bool monthStale = true;
+    bool weekStale = true;
 };
