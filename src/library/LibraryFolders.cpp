@@ -66,7 +66,8 @@ std::optional<QString> Rename(const QString &path, Prompter &prompter, OpenAlbum
 bool Trash(const QString &path, Prompter &prompter, OpenAlbums &open)
 {
     const QString clean = QDir::cleanPath(path);
-    if (!prompter.AskYesNo(LibraryText("MoveToTrash", QStringLiteral("Form")), LibraryText("MoveToTrash", QStringLiteral("Form")) + QStringLiteral(": ") + QDir::toNativeSeparators(clean) + u'?'))
+    if (!prompter.AskYesNo(LibraryText("MoveToTrash", QStringLiteral("Form")),
+                           LibraryText("MessageMoveFolderToTrash1").arg(QDir::toNativeSeparators(clean))))
         return false;
     if (!open.CloseAlbumsUnder(clean))
         return false;

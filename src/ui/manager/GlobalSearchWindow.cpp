@@ -176,8 +176,8 @@ void GlobalSearchWindow::AddDomain()
     const QString folder = chooser.ChooseFolder(this, SearchWindowText("AddDomain", Section), QDir::homePath());
     if (folder.isEmpty())
         return;
-    if (const Result added = AddSearchDomain(QDir::cleanPath(folder)); !added)
-        prompter.Inform(windowTitle(), added.message);
+    // A folder listed already stays as it is.
+    AddSearchDomain(QDir::cleanPath(folder));
     FillDomains();
 }
 
