@@ -6,6 +6,7 @@
 #include "app/Language.h"
 #include "library/CalendarFlags.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScrollArea>
@@ -50,7 +51,16 @@ CalendarPages::CalendarPages(QWidget *owner)
         emit Picked(QDateTime(day, QTime(0, 0), Qt::UTC), QStringLiteral("yyyy-mm-dd"));
     });
     connect(week, &OrvWeekView::HourPicked, this, [this](const QDateTime &hour) { emit Picked(hour, QStringLiteral("yyyy-mm-dd hh")); });
+    monthPage->installEventFilter(this);
+    weekPage->installEventFilter(this);
     RefreshCaptions();
+}
+
+bool CalendarPages::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Show && (watched == monthPage || watched == weekPage))
+        UpdateNow();
+    return QObject::eventFilter(watched, event);
 }
 
 QWidget *CalendarPages::Page(QWidget *view, QLabel *&caption, const std::function<void(int)> &step)

@@ -30,6 +30,11 @@ public:
     // The same at once, for the view in sight.
     void UpdateNow();
 
+protected:
+    // A page coming into sight (its tab chosen, the panel or the window shown) is brought up to
+    // date.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 signals:
     // A marked day ("yyyy-mm-dd") or hour ("yyyy-mm-dd hh") was clicked.
     void Picked(const QDateTime &date, const QString &format);

@@ -51,8 +51,6 @@ OrvExtraPanel::OrvExtraPanel(QWidget *parent)
     addTab(calendars->MonthPage(), GetLocalizedString(QStringLiteral("Month"), QStringLiteral("Calendar")));
     addTab(calendars->WeekPage(), GetLocalizedString(QStringLiteral("Week"), QStringLiteral("Calendar")));
     connect(calendars, &CalendarPages::Picked, this, &OrvExtraPanel::CalendarPicked);
-    // A calendar coming into sight is brought up to date.
-    connect(this, &QTabWidget::currentChanged, calendars, &CalendarPages::UpdateNow);
 
     // A note is handed on when the user leaves it; keywords when Enter is pressed or they leave.
     note->installEventFilter(this);
