@@ -188,6 +188,8 @@ const CliGroup &AlbumCommands()
             {"adjust", "ALBUM CONTRAST RED GREEN BLUE FILE...", "the adjust window's slider positions", {}, OnAlbum<AlbumAdjust>},
             {"crop", "ALBUM LEFT TOP RIGHT BOTTOM FILE", "RIGHT and BOTTOM are the first column and row left out", {}, OnAlbum<AlbumCrop>},
             {"revert", "ALBUM FILE...", "puts back each photo's original, kept at its first edit", {}, OnAlbum<AlbumRevert>},
+            {"calendar", "ALBUM month YEAR | week FIRSTDAY", "the calendar marks: month row weekday, or weekday hour-slot (Sunday = 1)",
+             {JsonOption}, OnAlbum<AlbumCalendar>},
             {"write-metadata", "ALBUM [FILE...]", "captions, keywords and positions into the files; no FILE: every photo", {}, OnAlbum<AlbumWriteMetadata>},
         },
         "",

@@ -20,3 +20,4 @@ int AlbumAdjust(const CliArguments &args, AlbumDocument &album);
 int AlbumCrop(const CliArguments &args, AlbumDocument &album);
 int AlbumRevert(const CliArguments &args, AlbumDocument &album);
 int AlbumWriteMetadata(const CliArguments &args, AlbumDocument &album);
+int AlbumCalendar(const CliArguments &args, AlbumDocument &album);

@@ -13,3 +13,4 @@ const CliGroup &HttpCommands();
 const CliGroup &ImageCommands();
 const CliGroup &PluginCommands();
 const CliGroup &PublishCommands();
+const CliGroup &LibraryCommands();

@@ -9,8 +9,9 @@ namespace {
 
 using GroupTable = const CliGroup &(*)();
 
-constexpr GroupTable Groups[] = {AlbumCommands, ConvertCommand, GpsCommands,  SettingsCommands, TextCommand,
-                                 FtpCommands,   HttpCommands,   ImageCommands, PluginCommands, PublishCommands};
+constexpr GroupTable Groups[] = {AlbumCommands, ConvertCommand, GpsCommands,   SettingsCommands, TextCommand,
+                                 FtpCommands,   HttpCommands,   ImageCommands, LibraryCommands,  PluginCommands,
+                                 PublishCommands};
 
 QString TopLevelHelp()
 {

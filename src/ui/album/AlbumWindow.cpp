@@ -14,6 +14,7 @@
 #include "app/Language.h"
 #include "app/Settings.h"
 #include "library/AlbumDocument.h"
+#include "library/PhotoRecord.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -143,6 +144,24 @@ void AlbumWindow::BuildLayout(bool showFileNames)
     });
     connect(rows, &QAbstractItemModel::rowsRemoved, this, [this] { RefreshNumberLabel(); });
     connect(document.get(), &AlbumDocument::ModifiedChanged, this, &AlbumWindow::RefreshCaption);
+    // The calendars mark capture times: every change of the records may move a mark.
+    panel->SetDataList(&document->List());
+    const auto refreshCalendars = [this] { panel->RefreshCalendarHighlight(); };
+    connect(document.get(), &AlbumDocument::RecordsInserted, panel, refreshCalendars);
+    connect(document.get(), &AlbumDocument::RecordsRemoved, panel, refreshCalendars);
+    connect(document.get(), &AlbumDocument::RecordsReordered, panel, refreshCalendars);
+    connect(document.get(), &AlbumDocument::RecordsChanged, panel, [this](const QList<int> &, const QStringList &keys) {
+        if (keys.isEmpty() || keys.contains(PhotoRecord::CaptureDate))
+            panel->RefreshCalendarHighlight();
+    });
+    connect(panel, &OrvExtraPanel::CalendarPicked, this, [this](const QDateTime &date, const QString &format) {
+        const QList<int> found = document->FindItemsWithDate(date, format);
+        if (views->currentWidget() != grid)
+            ShowGrid();
+        grid->SelectRecords(found);
+        if (!found.isEmpty())
+            grid->SetCurrentRecord(found.front());
+    });
     connect(document.get(), &AlbumDocument::AlbumTextsChanged, this, &AlbumWindow::SetUIByDataList);
 }
 

@@ -1,6 +1,7 @@
 #include "ui/album/ExtraPanel.h"
 
 #include "ui/album/AlbumRoles.h"
+#include "ui/album/CalendarPages.h"
 
 #include "app/Language.h"
 #include "app/Settings.h"
@@ -27,7 +28,7 @@ QString InfoName(const QString &key)
 } // namespace
 
 OrvExtraPanel::OrvExtraPanel(QWidget *parent)
-    : QTabWidget(parent), fileName(new QLabel), note(new QPlainTextEdit), keywords(new QLineEdit)
+    : QTabWidget(parent), calendars(new CalendarPages(this)), fileName(new QLabel), note(new QPlainTextEdit), keywords(new QLineEdit)
 {
     setObjectName(QStringLiteral("OrvExtraPanel"));
     auto *page = new QWidget;
@@ -47,6 +48,9 @@ OrvExtraPanel::OrvExtraPanel(QWidget *parent)
     layout->addWidget(keywords);
     addTab(page, InfoName(QStringLiteral("Description")));
     page->setEnabled(false);
+    addTab(calendars->MonthPage(), GetLocalizedString(QStringLiteral("Month"), QStringLiteral("Calendar")));
+    addTab(calendars->WeekPage(), GetLocalizedString(QStringLiteral("Week"), QStringLiteral("Calendar")));
+    connect(calendars, &CalendarPages::Picked, this, &OrvExtraPanel::CalendarPicked);
 
     // A note is handed on when the user leaves it; keywords when Enter is pressed or they leave.
     note->installEventFilter(this);
@@ -102,4 +106,14 @@ bool OrvExtraPanel::eventFilter(QObject *watched, QEvent *event)
     if (watched == note && event->type() == QEvent::FocusOut)
         Commit();
     return QTabWidget::eventFilter(watched, event);
+}
+
+void OrvExtraPanel::SetDataList(const DataList *list)
+{
+    calendars->SetDataList(list);
+}
+
+void OrvExtraPanel::RefreshCalendarHighlight()
+{
+    calendars->RefreshCalendarHighlight();
 }

@@ -3,6 +3,8 @@
 #include <QPersistentModelIndex>
 #include <QTabWidget>
 
+class CalendarPages;
+class DataList;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
@@ -25,9 +27,17 @@ public:
     // Hands on what was typed and not yet handed on.
     void Commit();
 
+    // The calendars show the album's list; they follow it through RefreshCalendarHighlight,
+    // called after every change of the records.
+    void SetDataList(const DataList *list);
+    void RefreshCalendarHighlight();
+    CalendarPages &Calendars() { return *calendars; }
+
 signals:
     // A record value typed here: record index from 1, its key ("Description", "Keywords").
     void ValueEdited(int record, const QString &key, const QString &text);
+    // A marked calendar cell was clicked: its day ("yyyy-mm-dd") or hour ("yyyy-mm-dd hh").
+    void CalendarPicked(const QDateTime &date, const QString &format);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -36,6 +46,7 @@ private:
     void Fill();
 
     QPersistentModelIndex current;
+    CalendarPages *calendars;
     QLabel *fileName;
     QPlainTextEdit *note;
     QLineEdit *keywords;

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 
+class AlbumManagerWindow;
 class AlbumWindow;
 class FileChooser;
 class InterfaceCalls;
@@ -82,6 +83,19 @@ public:
     void mnuWebSync_Click();
     void mnuOrvServerWebSync_Click();
     void mnuLightboxMaker_Click();
+    void mnuAlbumManager_Click();
+    void mnuAMNewAlbum_Click();
+    void mnuAMNewFolder_Click();
+    void mnuAMConvert_Click();
+    void mnuAMMoveAlbumToTrash_Click();
+    void mnuAMMoveToTrash_Click();
+    void mnuAMRefresh_Click();
+    void mnuAMRename_Click();
+    void mnuAMRenameAlbum_Click();
+    void mnuAMShowInShell_Click();
+    void mnuGlobalSearch_Click();
+    // The album manager, shown and brought to the front (made when there is none).
+    AlbumManagerWindow *ShowAlbumManager();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
