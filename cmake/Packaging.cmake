@@ -8,14 +8,13 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "photo organiser: albums, GPS tags and web
 set(CPACK_PACKAGE_INSTALL_DIRECTORY orvana)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_SOURCE_IGNORE_FILES /build/ /\\.git/)
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE https://www.orvana.org)
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "photo organiser: albums, GPS tags and web publishing
-Orvana keeps photos in albums, folders holding a property list and
+# The extended description; CPack puts the summary above it.
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Orvana keeps photos in albums, folders holding a property list and
 thumbnails, and shows them as a grid, a detail view and calendars. It imports
 photos from camera cards and folders, tags them with positions from GPS
 track logs, writes captions, keywords and positions into the files, and
