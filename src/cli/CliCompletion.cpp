@@ -43,7 +43,7 @@ QString OptionCases(const CliGroupList &groups)
 } // namespace
 
 // Verbs may be several words long ("gps waypoint add"): the words typed after the group are
-// matched against each verb's words to offer the next one; once a verb is complete, its options
+// matched against each verb's words to offer the next one, once however many verbs share it; once a verb is complete, its options
 // are offered for a word starting with "-", and file names for any other.
 QString BashCompletion(const CliGroupList &groups)
 {
@@ -71,7 +71,7 @@ QString BashCompletion(const CliGroupList &groups)
                "        case \" $typed \" in \" $verb \"*) [ ${#verb} -ge ${#done_verb} ] && done_verb=$verb ;; esac\n"
                "    done < <(_orvana_cli_verbs \"$group\")\n"
                "    if [ ${#next[@]} -gt 0 ] && [[ $cur != -* ]]; then\n"
-               "        mapfile -t COMPREPLY < <(compgen -W \"${next[*]}\" -- \"$cur\")\n"
+               "        mapfile -t COMPREPLY < <(compgen -W \"${next[*]}\" -- \"$cur\" | sort -u)\n"
                "    elif [[ $cur == -* ]]; then\n"
                "        mapfile -t COMPREPLY < <(compgen -W \"$(_orvana_cli_options \"$group${done_verb:+ $done_verb}\")\" -- \"$cur\")\n"
                "    fi\n"

@@ -48,6 +48,9 @@ void InstalledLayoutTest::installed_data()
     QTest::newRow("completion of verbs") << "bash" << QStringList{"-c", "source <prefix>/share/bash-completion/completions/orvana-cli; "
                                                                   "COMP_WORDS=(orvana-cli gps waypoint ''); COMP_CWORD=3; _orvana_cli; echo ${COMPREPLY[*]}"}
                                          << "add remove";
+    QTest::newRow("completion of verbs sharing a word") << "bash" << QStringList{"-c", "source <prefix>/share/bash-completion/completions/orvana-cli; "
+                                                                                "COMP_WORDS=(orvana-cli gps ''); COMP_CWORD=2; _orvana_cli; echo ${COMPREPLY[*]}"}
+                                                       << "track tracks waypoint waypoints";
     QTest::newRow("completion of options") << "bash" << QStringList{"-c", "source <prefix>/share/bash-completion/completions/orvana-cli; "
                                                                     "COMP_WORDS=(orvana-cli album list A --); COMP_CWORD=4; _orvana_cli; echo ${COMPREPLY[*]}"}
                                            << "--help --json";
