@@ -6,6 +6,7 @@
 #include "app/ProfileFile.h"
 
 #include <QDir>
+#include <QFile>
 #include <QSaveFile>
 
 namespace {
@@ -42,6 +43,11 @@ QString AutoPlayEntryPath()
     return Environment().ApplicationsFolder() + QStringLiteral("/orvana-import.desktop");
 }
 
+QString PackagedAutoPlayEntryPath()
+{
+    return InstalledShareFolder() + QStringLiteral("/applications/orvana-import.desktop");
+}
+
 QString ExpectedAutoPlayCommand()
 {
     return QuoteExecArgument(AppPath() + QStringLiteral("/orvana")) + QStringLiteral(" /ImportPhotos %f");
@@ -52,6 +58,13 @@ void EnsureAutoPlayHandler()
     if (Environment().ApplicationsFolder().isEmpty())
         return;
     const QString path = AutoPlayEntryPath();
+    const QString packaged = PackagedAutoPlayEntryPath();
+    if (QFile::exists(packaged)) {
+        // Only an entry of ours goes: the provider key marks what RegisterAutoPlayHandler wrote.
+        if (!ProfileFile::ReadString(path, EntrySection, QStringLiteral("X-Orvana-Provider")).isEmpty())
+            QFile::remove(path);
+        return;
+    }
     const QString command = ProfileFile::ReadString(path, EntrySection, QStringLiteral("Exec"));
     const QString action = ProfileFile::ReadString(path, EntrySection, QStringLiteral("Name"));
     const bool needsRewrite = command.isEmpty()

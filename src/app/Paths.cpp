@@ -31,12 +31,33 @@ QString AppPath()
     return Environment().InstallFolder();
 }
 
-QString ResourcesFolder()
+namespace {
+
+// The build tree keeps the folder beside the programs; an installation keeps programs in bin/
+// and the folder in share/orvana/, so the same binaries work from both without being told.
+QString ShippedFolder(const QString &name)
 {
-    QString beside = AppPath() + QStringLiteral("/Resources");
+    const QString beside = AppPath() + u'/' + name;
     if (FolderExists(beside))
         return beside;
-    return QDir::cleanPath(AppPath() + QStringLiteral("/../share/orvana/Resources"));
+    return QDir::cleanPath(AppPath() + QStringLiteral("/../share/orvana/") + name);
+}
+
+} // namespace
+
+QString ResourcesFolder()
+{
+    return ShippedFolder(QStringLiteral("Resources"));
+}
+
+QString PluginsFolder()
+{
+    return ShippedFolder(QStringLiteral("Plugins"));
+}
+
+QString InstalledShareFolder()
+{
+    return QDir::cleanPath(AppPath() + QStringLiteral("/../share"));
 }
 
 bool FolderExists(const QString &path)

@@ -36,14 +36,6 @@ std::vector<PluginInfo> &Loaded()
 
 } // namespace
 
-QString PluginsFolder()
-{
-    const QString beside = AppPath() + QStringLiteral("/Plugins");
-    if (FolderExists(beside))
-        return beside;
-    return QDir::cleanPath(AppPath() + QStringLiteral("/../share/orvana/Plugins"));
-}
-
 QString GetPluginValue(const QString &pluginsFolder, const QString &name, const QString &key)
 {
     const QString resources = PluginFolder(pluginsFolder, name) + QStringLiteral("/Resources/");

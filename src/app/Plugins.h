@@ -15,8 +15,6 @@ struct PluginInfo {
     QString icon;    // the icon's path, "" when it has none
 };
 
-// "<AppPath>/Plugins" beside the executable, else the installed share/orvana/Plugins.
-QString PluginsFolder();
 // The folder of one plug-in.
 QString PluginFolder(const QString &pluginsFolder, const QString &name);
 

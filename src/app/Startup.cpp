@@ -12,6 +12,7 @@
 #include "app/UpdateCheck.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace {
 
@@ -81,6 +82,13 @@ QString DocumentPathFrom(const QString &commandLine)
     return commandLine;
 }
 
+// A file manager's "Open with" names a photo; it stands for the album folder holding it.
+QString DocumentFolderOf(const QString &path)
+{
+    const QFileInfo named(path);
+    return named.isFile() ? named.absolutePath() : path;
+}
+
 void Dispatch(StartupHost &host, const QString &commandLine)
 {
     if (commandLine.left(14) == QLatin1String("/ImportPhotos ")) {
@@ -89,9 +97,13 @@ void Dispatch(StartupHost &host, const QString &commandLine)
         host.CameraImportToAlbum(DocumentPathFrom(commandLine.mid(14)));
     } else if (commandLine.left(4) == QLatin1String("/GPS")) {
         host.ShowGpsWindow();
+    } else if (commandLine == QLatin1String("/NewAlbum")) {
+        // The desktop entry's "New album" action.
+        host.ShowMainWindow();
+        host.NewAlbum();
     } else if (!commandLine.isEmpty()) {
         host.ShowMainWindow();
-        host.OpenDoc(DocumentPathFrom(commandLine), false);
+        host.OpenDoc(DocumentFolderOf(DocumentPathFrom(commandLine)), false);
     } else {
         host.ShowMainWindow();
         host.ShowWelcomeWindow();

@@ -25,6 +25,8 @@ public:
     virtual void CameraImportToAlbum(const QString &device) = 0;
     virtual void ShowGpsWindow() = 0;
     virtual void OpenDoc(const QString &path, bool askForFolder) = 0;
+    // The new-album dialog, as File > New asks it.
+    virtual void NewAlbum() = 0;
     // Starts the updater in a process of its own, without waiting.
     virtual void StartVersionUpdater() = 0;
 };

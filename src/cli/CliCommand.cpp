@@ -129,6 +129,11 @@ int CliArguments::UsageError(const QString &message) const
     return ::UsageError(message, Synopsis(*group, *verb));
 }
 
+QString VerbSynopsis(const CliGroup &group, const CliVerb &verb)
+{
+    return Synopsis(group, verb);
+}
+
 QString GroupSynopsis(const CliGroup &group)
 {
     return IsCommandOfItsOwn(group) ? Name(group.name) + u' ' + Name(group.verbs.front().arguments) : Name(group.name) + QStringLiteral(" VERB ...");

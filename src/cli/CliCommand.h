@@ -65,3 +65,5 @@ int RunGroup(const CliGroup &group, const QStringList &arguments);
 
 // "GROUP VERB ..." or, for a command of its own, "GROUP ARGUMENTS", for the top-level help.
 QString GroupSynopsis(const CliGroup &group);
+// "orvana-cli GROUP VERB ARGUMENTS [--option VALUE]...", as the usage and help show it.
+QString VerbSynopsis(const CliGroup &group, const CliVerb &verb);

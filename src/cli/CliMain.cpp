@@ -1,4 +1,5 @@
 #include "cli/CliGroups.h"
+#include "cli/CliManual.h"
 #include "cli/CliOutput.h"
 
 #include "app/Version.h"
@@ -15,14 +16,31 @@ constexpr GroupTable Groups[] = {AlbumCommands, ConvertCommand, GpsCommands,   S
 
 QString TopLevelHelp()
 {
-    QString help = QStringLiteral(
-        "usage: orvana-cli [--version | --help] GROUP VERB ARGS...\n\n"
-        "Orvana's photo albums, settings and tools without a window.\n\n");
+    QString help = QStringLiteral("usage: orvana-cli [--version | --help] GROUP VERB ARGS...\n\n%1\n\n")
+                       .arg(QString::fromUtf8(CliDescription));
     for (const GroupTable group : Groups)
         help += QStringLiteral("  %1  %2\n").arg(GroupSynopsis(group()), -28).arg(QString::fromUtf8(group().summary));
     help += QStringLiteral(
         "\n'orvana-cli GROUP --help' tells more. Exit status: 0 done, 1 failed, 2 bad usage.");
     return help;
+}
+
+CliGroupList AllGroups()
+{
+    CliGroupList groups;
+    for (const GroupTable group : Groups)
+        groups.push_back(&group());
+    return groups;
+}
+
+// Not in the help: the build prints the manual pages and the completion script with these.
+int PrintDocumentation(const QString &option, const QString &page)
+{
+    const QString text = option == QLatin1String("--man") ? ManPage(page, AllGroups()) : BashCompletion(AllGroups());
+    if (text.isEmpty())
+        return UsageError(QStringLiteral("no manual page \"%1\"").arg(page), QStringLiteral("orvana-cli --man orvana|orvana-cli"));
+    PrintOut(text.chopped(1));
+    return ExitDone;
 }
 
 } // namespace
@@ -42,6 +60,8 @@ int main(int argc, char *argv[])
         PrintOut(TopLevelHelp());
         return ExitDone;
     }
+    if (first == QLatin1String("--man") || first == QLatin1String("--bash-completion"))
+        return PrintDocumentation(first, arguments.value(1));
     for (const GroupTable group : Groups) {
         if (first == QLatin1String(group().name))
             return RunGroup(group(), arguments.mid(1));

@@ -58,6 +58,12 @@ void GuiStartupHost::OpenDoc(const QString &path, bool askForFolder)
         main->OpenDoc(path, askForFolder);
 }
 
+void GuiStartupHost::NewAlbum()
+{
+    if (main)
+        main->mnuFileNew_Click();
+}
+
 void GuiStartupHost::ShowSplash()
 {
     splash = std::make_unique<SplashWindow>();

@@ -29,6 +29,7 @@ public:
     void CameraImportToAlbum(const QString &device) override;
     void ShowGpsWindow() override;
     void OpenDoc(const QString &path, bool askForFolder) override;
+    void NewAlbum() override;
     void StartVersionUpdater() override;
 
     bool HasOpenWindow() const;

@@ -52,7 +52,7 @@ public:
 #define RECORDED(call) void call() override { calls << QStringLiteral(#call); }
     RECORDED(LoadMapServerTemplates) RECORDED(ShowUpdaterWindow) RECORDED(ShowSplash) RECORDED(PumpEvents) RECORDED(SplashNormalShow)
     RECORDED(UnloadSplash) RECORDED(DiscoverPlugins) RECORDED(ShowMainWindow) RECORDED(ShowWelcomeWindow)
-    RECORDED(ShowGpsWindow) RECORDED(StartVersionUpdater)
+    RECORDED(ShowGpsWindow) RECORDED(StartVersionUpdater) RECORDED(NewAlbum)
 #undef RECORDED
     void WaitMilliseconds(int milliseconds) override { calls << QStringLiteral("Wait %1").arg(milliseconds); }
     void CameraImportToAlbum(const QString &device) override { calls << QStringLiteral("CameraImportToAlbum [%1]").arg(device); }
@@ -129,6 +129,8 @@ void StartupTest::dispatch_data()
     QTest::newRow("one quote only at the start") << "\"/home/me" << QStringList{"ShowMainWindow", "OpenDoc [\"/home/me] false"} << 768;
     QTest::newRow("two quotes") << "\"\"" << QStringList{"ShowMainWindow", "OpenDoc [] false"} << 768;
     QTest::newRow("a lone quote") << "\"" << QStringList{"ShowMainWindow", "OpenDoc [] false"} << 768;
+    QTest::newRow("new album") << "/NewAlbum" << QStringList{"ShowMainWindow", "NewAlbum"} << 768;
+    QTest::newRow("a photo stands for its album") << "\"<root>/Trip.album/photo.jpg\"" << QStringList{"ShowMainWindow", "OpenDoc [<root>/Trip.album] false"} << 768;
     QTest::newRow("767 pixels") << "" << QStringList{"Inform"} << 767;
     QTest::newRow("no screen") << "/GPS" << QStringList{"Inform"} << 0;
 }
@@ -142,6 +144,10 @@ void StartupTest::dispatch()
     UseTestLanguages(environment);
     QDir().mkpath(environment.UserData());
     WriteAll(environment.SettingsPath(), "[System]\nLastCheckUpdate=46347\n");
+    QDir().mkpath(environment.Root() + QStringLiteral("/Trip.album"));
+    WriteAll(environment.Root() + QStringLiteral("/Trip.album/photo.jpg"), "a photo the file manager named");
+    commandLine.replace(QStringLiteral("<root>"), environment.Root());
+    windows.replaceInStrings(QStringLiteral("<root>"), environment.Root());
     RecordingHost host;
     host.screenHeight = screenHeight;
     const bool refused = screenHeight < 768;
@@ -158,30 +164,42 @@ void StartupTest::autoPlayHandler_data()
 {
     QTest::addColumn<QString>("exec");
     QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("packaged"); // the installed package holds the entry for every user
     QTest::addColumn<bool>("rewritten");
     const QString expected = QStringLiteral("\"%1/orvana\" /ImportPhotos %f");
-    QTest::newRow("missing entry") << QString() << QString() << true;
-    QTest::newRow("as expected") << expected << "Import pictures" << false;
-    QTest::newRow("differs only in letter case") << expected.toUpper().replace(QStringLiteral("%F"), QStringLiteral("%f")) << "Import pictures" << false;
-    QTest::newRow("another install folder") << "\"/opt/old/orvana\" /ImportPhotos %f" << "Import pictures" << true;
-    QTest::newRow("written without a translation") << expected << "showpicturesaction" << true;
+    QTest::newRow("missing entry") << QString() << QString() << false << true;
+    QTest::newRow("as expected") << expected << "Import pictures" << false << false;
+    QTest::newRow("differs only in letter case") << expected.toUpper().replace(QStringLiteral("%F"), QStringLiteral("%f")) << "Import pictures" << false << false;
+    QTest::newRow("another install folder") << "\"/opt/old/orvana\" /ImportPhotos %f" << "Import pictures" << false << true;
+    QTest::newRow("written without a translation") << expected << "showpicturesaction" << false << true;
+    QTest::newRow("packaged: none written") << QString() << QString() << true << false;
+    QTest::newRow("packaged: an earlier one goes") << "\"/opt/old/orvana\" /ImportPhotos %f" << "Import pictures" << true << false;
 }
 
 void StartupTest::autoPlayHandler()
 {
     QFETCH(QString, exec);
     QFETCH(QString, name);
+    QFETCH(bool, packaged);
     QFETCH(bool, rewritten);
     ScopedTestEnvironment environment;
     UseTestLanguages(environment);
     SetCurrentLanguage(QStringLiteral("English"));
     exec = exec.arg(environment.Env().install);
     QDir().mkpath(environment.Env().applications);
-    const QByteArray before = "[Desktop Entry]\nName=" + name.toUtf8() + "\nExec=" + exec.toUtf8() + "\n";
+    const QByteArray before = "[Desktop Entry]\nName=" + name.toUtf8() + "\nExec=" + exec.toUtf8() + "\nX-Orvana-Provider=Orvana\n";
     if (!exec.isEmpty())
         WriteAll(AutoPlayEntryPath(), before);
+    if (packaged) {
+        QDir().mkpath(environment.Root() + QStringLiteral("/share/applications"));
+        WriteAll(PackagedAutoPlayEntryPath(), "[Desktop Entry]\nExec=orvana /ImportPhotos %f\n");
+    }
 
     EnsureAutoPlayHandler();
+    if (packaged) {
+        QVERIFY(!QFile::exists(AutoPlayEntryPath()));
+        return;
+    }
     const QByteArray after = ReadAll(AutoPlayEntryPath());
     QCOMPARE(after != before, rewritten);
     if (rewritten) {

@@ -1,0 +1,22 @@
+# cmake -DPROGRAM=... -DARGUMENTS="a;b" -DOUTPUT=file.1 [-DGZIP=ON] -P RunToFile.cmake
+# Writes what a program prints to a file, compressed the way Debian wants manual pages and
+# changelogs (gzip -9n: no name or time stamp, so the package builds the same twice).
+set(ENV{ASAN_OPTIONS} detect_leaks=0)
+set(ENV{QT_QPA_PLATFORM} offscreen)
+if(PROGRAM)
+  execute_process(COMMAND ${PROGRAM} ${ARGUMENTS} OUTPUT_FILE ${OUTPUT}.tmp RESULT_VARIABLE failed)
+  if(failed)
+    message(FATAL_ERROR "${PROGRAM} ${ARGUMENTS} failed: ${failed}")
+  endif()
+else()
+  configure_file(${INPUT} ${OUTPUT}.tmp COPYONLY)
+endif()
+if(GZIP)
+  execute_process(COMMAND gzip -9n -c ${OUTPUT}.tmp OUTPUT_FILE ${OUTPUT} RESULT_VARIABLE failed)
+  if(failed)
+    message(FATAL_ERROR "gzip ${OUTPUT} failed")
+  endif()
+  file(REMOVE ${OUTPUT}.tmp)
+else()
+  file(RENAME ${OUTPUT}.tmp ${OUTPUT})
+endif()
