@@ -2,6 +2,7 @@
 #include "cli/CliGroups.h"
 #include "cli/CliOutput.h"
 
+#include "app/Paths.h"
 #include "app/Plugins.h"
 #include "library/PluginCall.h"
 

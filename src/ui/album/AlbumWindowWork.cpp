@@ -17,6 +17,7 @@
 #include "library/AlbumDocument.h"
 #include "library/AlbumOpening.h"
 #include "library/PluginCall.h"
+#include "app/Paths.h"
 #include "app/Plugins.h"
 #include "ui/album/AlbumCommands.h"
 #include "library/CameraImport.h"
