@@ -1,4 +1,5 @@
 #include "library/PluginCall.h"
+#include "library/PluginAnswer.h"
 
 #include "app/Language.h"
 #include "app/Paths.h"
@@ -15,8 +16,6 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryFile>
-#include <algorithm>
-#include <cctype>
 
 namespace {
 
@@ -40,38 +39,6 @@ QByteArray CallFile(const PluginValues &values)
         text += key.toUtf8() + '=' + flat.toUtf8() + '\n';
     }
     return text;
-}
-
-// The plug-in's answer: its "ImportedFiles" lines, or why they cannot be used.
-PluginRun ReadAnswer(const QByteArray &answer)
-{
-    PluginRun run;
-    QStringList refused;
-    for (const QByteArray &line : answer.split('\n')) {
-        const QByteArray trimmed = line.trimmed();
-        if (trimmed.isEmpty())
-            continue;
-        const qsizetype equals = trimmed.indexOf('=');
-        const auto wordCharacter = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; };
-        if (equals <= 0 || !std::all_of(trimmed.begin(), trimmed.begin() + equals, wordCharacter)) {
-            run.result = Result::Failure(QStringLiteral("The plug-in's answer is not made of Key=Value lines."));
-            return run;
-        }
-        if (trimmed.left(equals) != "ImportedFiles")
-            continue;
-        const QString path = QString::fromUtf8(trimmed.mid(equals + 1));
-        const QFileInfo file(path);
-        if (!file.isAbsolute() || !file.isFile() || !PhotoRecord::IsPhotoFile(file.fileName(), PhotoRecord::AllowNonJpeg()))
-            refused << path;
-        else
-            run.importedFiles << file.absoluteFilePath();
-    }
-    if (!refused.isEmpty()) {
-        run.importedFiles.clear();
-        run.result = Result::Failure(QStringLiteral("The plug-in named files that are not photos on this computer, so none was imported:\n") +
-                                     refused.join(u'\n'));
-    }
-    return run;
 }
 
 } // namespace
@@ -173,7 +140,7 @@ PluginRun RunPlugin(const QString &pluginsFolder, const QString &name, const Plu
         run.result = Result::Failure(QStringLiteral("The plug-in \"%1\" left no answer file.").arg(name));
         return run;
     }
-    return ReadAnswer(answer.readAll());
+    return ReadPluginAnswer(answer.readAll(), PhotoRecord::AllowNonJpeg());
 }
 
 PluginOutcome LaunchPlugin(AlbumDocument &document, const QString &pluginsFolder, const QString &name, const PluginValues &values,

@@ -1,5 +1,7 @@
 #include "ui/album/MonthView.h"
 
+#include "ui/album/CalendarStyle.h"
+
 #include "app/Language.h"
 
 #include <QMouseEvent>
@@ -14,19 +16,6 @@ constexpr int Margin = 6;
 constexpr int YearHeight = 28;
 // A month block: its name, the weekday header, six week rows and a gap.
 constexpr int MonthHeight = CellHeight * 8 + 8;
-
-QString CalendarText(const QString &key)
-{
-    return GetLocalizedString(key, QStringLiteral("Calendar"));
-}
-
-QFont CalendarFont(const char *key, int points, bool bold = false)
-{
-    QFont font(CalendarText(QString::fromLatin1(key)));
-    font.setPointSize(points);
-    font.setBold(bold);
-    return font;
-}
 
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "ui/album/WeekView.h"
 
+#include "ui/album/CalendarStyle.h"
+
 #include "app/Language.h"
 
 #include <QMouseEvent>
@@ -12,19 +14,6 @@ constexpr int LabelWidth = 40;
 constexpr int CellWidth = 24;
 constexpr int CellHeight = 16;
 constexpr int HeaderHeight = 34;
-
-QString CalendarText(const QString &key)
-{
-    return GetLocalizedString(key, QStringLiteral("Calendar"));
-}
-
-QFont CalendarFont(const char *key, int points, bool bold = false)
-{
-    QFont font(CalendarText(QString::fromLatin1(key)));
-    font.setPointSize(points);
-    font.setBold(bold);
-    return font;
-}
 
 } // namespace
 
