@@ -82,6 +82,13 @@ QString DocumentPathFrom(const QString &commandLine)
     return commandLine;
 }
 
+// Every album, folder or package, keeps its data folder by this name (the album library's own
+// rule; start-up sits below that library and needs only the name).
+QString AlbumDataFolderOf(const QString &folder)
+{
+    return folder + QStringLiteral("/studio.data");
+}
+
 // A file manager's "Open with" names a photo; it stands for the album folder holding it.
 QString DocumentFolderOf(const QString &path)
 {
@@ -103,7 +110,14 @@ void Dispatch(StartupHost &host, const QString &commandLine)
         host.NewAlbum();
     } else if (!commandLine.isEmpty()) {
         host.ShowMainWindow();
-        host.OpenDoc(DocumentFolderOf(DocumentPathFrom(commandLine)), false);
+        const QString path = DocumentPathFrom(commandLine);
+        const QString folder = DocumentFolderOf(path);
+        if (folder != path && !FolderExists(AlbumDataFolderOf(folder))) {
+            host.ShowWelcomeWindow();
+            host.ImportPhotos({QFileInfo(path).absoluteFilePath()});
+        } else {
+            host.OpenDoc(folder, false);
+        }
     } else {
         host.ShowMainWindow();
         host.ShowWelcomeWindow();

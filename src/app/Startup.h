@@ -27,6 +27,8 @@ public:
     virtual void OpenDoc(const QString &path, bool askForFolder) = 0;
     // The new-album dialog, as File > New asks it.
     virtual void NewAlbum() = 0;
+    // Photos named from outside any album ("Open with Orvana"): brought into an album the user picks.
+    virtual void ImportPhotos(const QStringList &photos) = 0;
     // Starts the updater in a process of its own, without waiting.
     virtual void StartVersionUpdater() = 0;
 };

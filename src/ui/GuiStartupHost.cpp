@@ -58,6 +58,12 @@ void GuiStartupHost::OpenDoc(const QString &path, bool askForFolder)
         main->OpenDoc(path, askForFolder);
 }
 
+void GuiStartupHost::ImportPhotos(const QStringList &photos)
+{
+    if (main)
+        main->ImportPhotosIntoAlbum(photos);
+}
+
 void GuiStartupHost::NewAlbum()
 {
     if (main)

@@ -30,6 +30,7 @@ public:
     void ShowGpsWindow() override;
     void OpenDoc(const QString &path, bool askForFolder) override;
     void NewAlbum() override;
+    void ImportPhotos(const QStringList &photos) override;
     void StartVersionUpdater() override;
 
     bool HasOpenWindow() const;

@@ -54,6 +54,7 @@ public:
     RECORDED(UnloadSplash) RECORDED(DiscoverPlugins) RECORDED(ShowMainWindow) RECORDED(ShowWelcomeWindow)
     RECORDED(ShowGpsWindow) RECORDED(StartVersionUpdater) RECORDED(NewAlbum)
 #undef RECORDED
+    void ImportPhotos(const QStringList &photos) override { calls << QStringLiteral("ImportPhotos [%1]").arg(photos.join(u',')); }
     void WaitMilliseconds(int milliseconds) override { calls << QStringLiteral("Wait %1").arg(milliseconds); }
     void CameraImportToAlbum(const QString &device) override { calls << QStringLiteral("CameraImportToAlbum [%1]").arg(device); }
     void OpenDoc(const QString &path, bool ask) override { calls << QStringLiteral("OpenDoc [%1] %2").arg(path, ask ? "true" : "false"); }
@@ -131,6 +132,8 @@ void StartupTest::dispatch_data()
     QTest::newRow("a lone quote") << "\"" << QStringList{"ShowMainWindow", "OpenDoc [] false"} << 768;
     QTest::newRow("new album") << "/NewAlbum" << QStringList{"ShowMainWindow", "NewAlbum"} << 768;
     QTest::newRow("a photo stands for its album") << "\"<root>/Trip.album/photo.jpg\"" << QStringList{"ShowMainWindow", "OpenDoc [<root>/Trip.album] false"} << 768;
+    QTest::newRow("a photo in no album is imported") << "<root>/Downloads/photo.jpg"
+                                                     << QStringList{"ShowMainWindow", "ShowWelcomeWindow", "ImportPhotos [<root>/Downloads/photo.jpg]"} << 768;
     QTest::newRow("767 pixels") << "" << QStringList{"Inform"} << 767;
     QTest::newRow("no screen") << "/GPS" << QStringList{"Inform"} << 0;
 }
@@ -144,8 +147,10 @@ void StartupTest::dispatch()
     UseTestLanguages(environment);
     QDir().mkpath(environment.UserData());
     WriteAll(environment.SettingsPath(), "[System]\nLastCheckUpdate=46347\n");
-    QDir().mkpath(environment.Root() + QStringLiteral("/Trip.album"));
+    QDir().mkpath(environment.Root() + QStringLiteral("/Trip.album/studio.data"));
     WriteAll(environment.Root() + QStringLiteral("/Trip.album/photo.jpg"), "a photo the file manager named");
+    QDir().mkpath(environment.Root() + QStringLiteral("/Downloads"));
+    WriteAll(environment.Root() + QStringLiteral("/Downloads/photo.jpg"), "a photo from elsewhere");
     commandLine.replace(QStringLiteral("<root>"), environment.Root());
     windows.replaceInStrings(QStringLiteral("<root>"), environment.Root());
     RecordingHost host;

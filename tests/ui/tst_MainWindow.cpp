@@ -146,6 +146,8 @@ void MainWindowTest::commands_data()
     QTest::newRow("convert a folder of photos") << none << QStringList{"mnuFileConvert"} << QStringList{"photos"} << 1 << 1 << 1 << "" << "";
     QTest::newRow("arrange every open album by date taken") << none << QStringList{"mnuFileOpenFolder", "mnuFileOpenFolder", "mnuArrangeAllByTime"}
                                                             << QStringList{"newer first", "album"} << 2 << 2 << 2 << "" << "first b.jpg";
+    QTest::newRow("open with: a photo into the album picked") << none << QStringList{"open with"} << QStringList{"album"} << 1 << 1 << 1 << ""
+                                                             << "first drewnoakes-HTC_Desire.jpg";
     QTest::newRow("convert a folder with other files") << none << QStringList{"mnuFileConvert"} << QStringList{"plain"} << 0 << 0 << 0 << "MessageNon-photoContained" << "";
     QTest::newRow("close saves and closes") << none << QStringList{"mnuFileOpen", "mnuFileClose"} << QStringList{"album"} << 0 << 1 << 1 << "" << "";
     QTest::newRow("exit closes the albums") << none << QStringList{"mnuFileOpen", "mnuFileExit"} << QStringList{"album"} << 0 << 1 << 1 << "" << "";
@@ -190,6 +192,14 @@ void MainWindowTest::commands()
         main.UsePrompter(std::make_unique<RecordingPrompter>(messages));
         main.show();
         for (const QString &command : run) {
+            if (command == QLatin1String("open with")) {
+                // A file manager's "Open with Orvana" on a photo in no album.
+                const QString photo = documents + QStringLiteral("/drewnoakes-HTC_Desire.jpg");
+                QFile::copy(Corpus + QStringLiteral("drewnoakes-HTC_Desire.jpg"), photo);
+                main.ImportPhotosIntoAlbum({photo});
+                QTRY_VERIFY(!main.IsOpening() && main.ActiveAlbum() && !main.ActiveAlbum()->IsWorking());
+                continue;
+            }
             if (command == QLatin1String("welcome")) {
                 main.ShowWelcomeWindow();
                 auto *list = main.findChild<QListWidget *>(QStringLiteral("RecentAlbums"));

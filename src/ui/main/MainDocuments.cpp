@@ -193,6 +193,23 @@ void MainWindow::mnuArrangeAllByTime_Click()
     }
 }
 
+void MainWindow::ImportPhotosIntoAlbum(const QStringList &photos)
+{
+    const QString album = Clean(chooser->ChooseFolder(this, GetLocalizedString(QStringLiteral("mnuFileImport"), QStringLiteral("Menu")),
+                                                      GetLibraryPath()));
+    if (album.isEmpty())
+        return;
+    // Only an album takes them: a plain folder is never made one unasked.
+    if (!FolderExists(AlbumFormat::StudioDataPath(album))) {
+        FailToOpen();
+        return;
+    }
+    OpenAlbum(album, [photos](AlbumWindow *opened) {
+        if (opened)
+            opened->ImportPaths(photos);
+    });
+}
+
 void MainWindow::mnuCameraImport_Click()
 {
     CameraImportToAlbum();

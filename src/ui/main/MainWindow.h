@@ -56,6 +56,9 @@ public:
     // The camera-import window over the main window: the photos of `device`, or of every card,
     // camera and phone found mounted when it is "".
     void CameraImportToAlbum(const QString &device = {});
+    // Photos from outside any album: the user picks the album (in the library folder by
+    // default), which opens and imports them.
+    void ImportPhotosIntoAlbum(const QStringList &photos);
     // Whether the albums show as tabs (else as separate windows), from the settings file.
     void ApplyDocumentMode();
 
