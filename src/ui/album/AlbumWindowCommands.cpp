@@ -80,6 +80,13 @@ void AlbumWindow::BuildCommands()
         if (const QString path = CurrentPhotoPath(); !path.isEmpty())
             DesktopShell::OpenWithDefault(path);
     };
+    const auto setWallpaper = [this] {
+        if (const QString path = CurrentPhotoPath(); !path.isEmpty())
+            DesktopShell::SetWallpaper(path, this, [this] {
+                prompter->Error(MenuText(QStringLiteral("mnuSetAsWallpaper")),
+                                GetLocalizedString(QStringLiteral("MessageNoWallpaperPortal"), QStringLiteral("OrvDocument")));
+            });
+    };
     const auto chooseProgram = [this] {
         if (const QString path = CurrentPhotoPath(); !path.isEmpty())
             DesktopShell::OpenWithChosen(path, this);
@@ -110,6 +117,7 @@ void AlbumWindow::BuildCommands()
         {QStringLiteral("mnuShowPhotoFiles"), false, showPhotoFile},
         {QStringLiteral("mnuShowNonPhotoFiles"), false, showNonPhotoFiles},
         {QStringLiteral("mnuOpenWithShell"), false, openWithShell},
+        {QStringLiteral("mnuSetAsWallpaper"), false, setWallpaper},
         {QStringLiteral("mnuChooseProgram"), false, chooseProgram},
         {QStringLiteral("mnuThumbnailItem"), false, switchView},
         {QStringLiteral("mnuShowExtra"), false, showExtra},

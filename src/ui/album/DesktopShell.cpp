@@ -78,4 +78,25 @@ void OpenWithChosen(const QString &path, QObject *context)
     CallOr(call, context, [path] { OpenWithDefault(path); });
 }
 
+void SetWallpaper(const QString &path, QObject *context, const std::function<void()> &failed)
+{
+    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0 || !QDBusConnection::sessionBus().isConnected()) {
+        if (descriptor >= 0)
+            ::close(descriptor);
+        failed();
+        return;
+    }
+    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"),
+                                                       QStringLiteral("/org/freedesktop/portal/desktop"),
+                                                       QStringLiteral("org.freedesktop.portal.Wallpaper"),
+                                                       QStringLiteral("SetWallpaperFile"));
+    QVariantMap options;
+    options.insert(QStringLiteral("show-preview"), true);
+    options.insert(QStringLiteral("set-on"), QStringLiteral("background"));
+    call << QString() << QVariant::fromValue(QDBusUnixFileDescriptor(descriptor)) << options;
+    ::close(descriptor); // the message holds its own duplicate
+    CallOr(call, context, failed);
+}
+
 } // namespace DesktopShell

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class QObject;
 
 // The desktop's file manager and program chooser, asked over D-Bus without waiting for their
@@ -14,4 +16,7 @@ void OpenFolder(const QString &path);
 void OpenWithDefault(const QString &path);
 // Lets the user pick the program (the portal's OpenFile with "ask"), else opens with the default.
 void OpenWithChosen(const QString &path, QObject *context);
+// Asks the desktop portal to make the photo the wallpaper (it shows its own preview first);
+// `failed` runs when no portal answers or it refuses.
+void SetWallpaper(const QString &path, QObject *context, const std::function<void()> &failed);
 } // namespace DesktopShell
