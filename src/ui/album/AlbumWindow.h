@@ -58,6 +58,9 @@ public:
     void ImportPaths(const QStringList &paths);
     // Copies the photos of a camera or card into the album and brings them in, as long work.
     void ImportCardPhotos(const QStringList &photos);
+    // The print window for the selected photos (the current one in the detail view), once they
+    // are decoded on a worker.
+    void PrintPhotos();
     // Runs a plug-in on this album and its selection as long work; an importer's files come in.
     void LaunchPlugin(const QString &name);
     // The pickers of the import commands.

@@ -118,6 +118,7 @@ void AlbumWindow::BuildCommands()
         {QStringLiteral("mnuShowNonPhotoFiles"), false, showNonPhotoFiles},
         {QStringLiteral("mnuOpenWithShell"), false, openWithShell},
         {QStringLiteral("mnuSetAsWallpaper"), false, setWallpaper},
+        {QStringLiteral("mnuPrint"), false, [this] { PrintPhotos(); }},
         {QStringLiteral("mnuChooseProgram"), false, chooseProgram},
         {QStringLiteral("mnuThumbnailItem"), false, switchView},
         {QStringLiteral("mnuShowExtra"), false, showExtra},

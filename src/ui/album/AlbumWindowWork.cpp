@@ -17,6 +17,9 @@
 #include "library/AlbumDocument.h"
 #include "library/AlbumOpening.h"
 #include "library/PluginCall.h"
+#include "ui/album/AlbumRoles.h"
+#include "ui/common/PhotoDecode.h"
+#include "ui/print/PrintWindow.h"
 #include "app/Paths.h"
 #include "app/Plugins.h"
 #include "ui/album/AlbumCommands.h"
@@ -189,6 +192,46 @@ void AlbumWindow::ImportCardPhotos(const QStringList &photos)
         return;
     AlbumDocument *album = document.get();
     RunImport([album, photos](ProgressSink &progress) { return ::ImportCardPhotos(*album, photos, progress); });
+}
+
+void AlbumWindow::PrintPhotos()
+{
+    // Large enough for one photo on a page at 150 dpi, small enough that a long selection fits
+    // in memory.
+    constexpr int PrintBox = 1600;
+    const CommandTarget target = Target();
+    const QList<int> records = target.detail || target.selected.isEmpty() ? QList<int>{target.current} : target.selected;
+    QList<std::pair<QString, QString>> chosen; // path, note
+    for (const int record : records) {
+        const QModelIndex index = rows->index(record - 1, 0);
+        if (const QString path = index.data(PhotoPathRole).toString(); !path.isEmpty())
+            chosen.append({path, index.data(DescriptionRole).toString()});
+    }
+    if (chosen.isEmpty())
+        return;
+    const QString title = MenuText("mnuPrint");
+    auto photos = std::make_shared<QList<PrintedPhoto>>();
+    auto complete = std::make_shared<bool>(false);
+    StartWork(
+        title,
+        [chosen, photos, complete, title](ProgressSink &progress) {
+            progress.Begin(title, static_cast<int>(chosen.size()));
+            for (qsizetype i = 0; i < chosen.size(); ++i) {
+                if (progress.Cancelled())
+                    return;
+                if (QImage image = DecodePhotoToFit(chosen[i].first, QSize(PrintBox, PrintBox)); !image.isNull())
+                    photos->append({std::move(image), chosen[i].second});
+                progress.Advance(static_cast<int>(i + 1));
+            }
+            *complete = true;
+        },
+        [this, photos, complete] {
+            if (!*complete || photos->isEmpty() || closeWhenStopped)
+                return;
+            auto *window = new PrintWindow(std::move(*photos), this);
+            window->setAttribute(Qt::WA_DeleteOnClose);
+            window->open();
+        });
 }
 
 void AlbumWindow::LaunchPlugin(const QString &name)

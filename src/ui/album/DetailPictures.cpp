@@ -1,25 +1,9 @@
 #include "ui/album/DetailPictures.h"
 
-#include "imaging/Thumbnail.h"
+#include "ui/common/PhotoDecode.h"
 
 #include <QMetaObject>
 
-namespace {
-
-QImage Decode(const QString &path, const QSize &box)
-{
-    const ::Picture picture = LoadPictureToFit(path, box.width(), box.height());
-    if (picture.IsNull())
-        return {};
-    const QByteArray rgb = picture.RgbPixels();
-    if (rgb.size() < qsizetype(picture.Width()) * picture.Height() * 3)
-        return {};
-    return QImage(reinterpret_cast<const uchar *>(rgb.constData()), picture.Width(), picture.Height(), qsizetype(picture.Width()) * 3,
-                  QImage::Format_RGB888)
-        .convertToFormat(QImage::Format_RGB32);
-}
-
-} // namespace
 
 DetailPictures::DetailPictures(QObject *parent) : QObject(parent), pictures(4)
 {
@@ -47,7 +31,7 @@ QImage DetailPictures::Picture(const QString &path, const QSize &box)
         return {};
     decoding.insert(key);
     pool.start([this, path, box, key] {
-        const QImage image = Decode(path, box);
+        const QImage image = DecodePhotoToFit(path, box);
         QMetaObject::invokeMethod(this, [this, path, box, key, image] {
             decoding.remove(key);
             pictures.insert(key, new QImage(image));
