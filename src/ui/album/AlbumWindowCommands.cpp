@@ -15,10 +15,14 @@
 
 #include "app/Language.h"
 #include "app/Plugins.h"
+#include "app/Settings.h"
+#include "ui/slideshow/SlideShowWindow.h"
 #include "app/ProgressSink.h"
 
 #include <QDir>
 #include <QIcon>
+#include <QScreen>
+#include <QSet>
 #include <QLineEdit>
 #include <QMenu>
 #include <QStackedWidget>
@@ -80,6 +84,28 @@ void AlbumWindow::BuildCommands()
         if (const QString path = CurrentPhotoPath(); !path.isEmpty())
             DesktopShell::OpenWithDefault(path);
     };
+    // The selected photos when several are, else the whole album; only the starred ones with
+    // [SlideShow] OnlyStar.
+    const auto slideShow = [this] {
+        const bool onlyStar = SettingInteger(ReadSetting(QStringLiteral("SlideShow"), QStringLiteral("OnlyStar"))) != 0;
+        const QList<int> selectedList = grid->SelectedRecords();
+        const QSet<int> selected(selectedList.begin(), selectedList.end());
+        QList<SlideShowWindow::Slide> slides;
+        for (int row = 0; row < rows->rowCount(); ++row) {
+            const QModelIndex index = rows->index(row, 0);
+            if ((selected.size() > 1 && !selected.contains(row + 1)) || (onlyStar && !index.data(StarRole).toBool()))
+                continue;
+            if (const QString path = index.data(PhotoPathRole).toString(); !path.isEmpty())
+                slides.append({path, index.data(DescriptionRole).toString()});
+        }
+        if (slides.isEmpty())
+            return;
+        auto *show = new SlideShowWindow(std::move(slides), SlideShowWindow::ReadOptions(), this);
+        show->setWindowTitle(MenuText(QStringLiteral("mnuSlideShow")));
+        // The whole screen even where no window manager answers the full-screen request.
+        show->setGeometry(window()->screen()->geometry());
+        show->showFullScreen();
+    };
     const auto setWallpaper = [this] {
         if (const QString path = CurrentPhotoPath(); !path.isEmpty())
             DesktopShell::SetWallpaper(path, this, [this] {
@@ -118,6 +144,7 @@ void AlbumWindow::BuildCommands()
         {QStringLiteral("mnuShowNonPhotoFiles"), false, showNonPhotoFiles},
         {QStringLiteral("mnuOpenWithShell"), false, openWithShell},
         {QStringLiteral("mnuSetAsWallpaper"), false, setWallpaper},
+        {QStringLiteral("mnuSlideShow"), false, slideShow},
         {QStringLiteral("mnuPrint"), false, [this] { PrintPhotos(); }},
         {QStringLiteral("mnuChooseProgram"), false, chooseProgram},
         {QStringLiteral("mnuThumbnailItem"), false, switchView},
