@@ -28,6 +28,25 @@ void CallOr(const QDBusMessage &call, QObject *context, const std::function<void
     });
 }
 
+// A portal method taking (parent window, file, options): the file goes as an open descriptor,
+// which also works from a sandbox. Without a session bus, or when the portal fails, `fallback`.
+void CallPortalWithFile(const QString &interface, const QString &method, const QString &path, const QVariantMap &options,
+                        QObject *context, const std::function<void()> &fallback)
+{
+    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0 || !QDBusConnection::sessionBus().isConnected()) {
+        if (descriptor >= 0)
+            ::close(descriptor);
+        fallback();
+        return;
+    }
+    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"),
+                                                       QStringLiteral("/org/freedesktop/portal/desktop"), interface, method);
+    call << QString() << QVariant::fromValue(QDBusUnixFileDescriptor(descriptor)) << options;
+    ::close(descriptor); // the message holds its own duplicate
+    CallOr(call, context, fallback);
+}
+
 } // namespace
 
 namespace DesktopShell {
@@ -59,44 +78,19 @@ void ShowFile(const QString &path, QObject *context)
 
 void OpenWithChosen(const QString &path, QObject *context)
 {
-    // The portal takes the file as an open descriptor, which also works from a sandbox.
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0 || !QDBusConnection::sessionBus().isConnected()) {
-        if (descriptor >= 0)
-            ::close(descriptor);
-        OpenWithDefault(path);
-        return;
-    }
-    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"),
-                                                       QStringLiteral("/org/freedesktop/portal/desktop"),
-                                                       QStringLiteral("org.freedesktop.portal.OpenURI"),
-                                                       QStringLiteral("OpenFile"));
     QVariantMap options;
     options.insert(QStringLiteral("ask"), true);
-    call << QString() << QVariant::fromValue(QDBusUnixFileDescriptor(descriptor)) << options;
-    ::close(descriptor); // the message holds its own duplicate
-    CallOr(call, context, [path] { OpenWithDefault(path); });
+    const auto fallback = [path] { OpenWithDefault(path); };
+    CallPortalWithFile(QStringLiteral("org.freedesktop.portal.OpenURI"), QStringLiteral("OpenFile"), path, options, context, fallback);
 }
 
 void SetWallpaper(const QString &path, QObject *context, const std::function<void()> &failed)
 {
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0 || !QDBusConnection::sessionBus().isConnected()) {
-        if (descriptor >= 0)
-            ::close(descriptor);
-        failed();
-        return;
-    }
-    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"),
-                                                       QStringLiteral("/org/freedesktop/portal/desktop"),
-                                                       QStringLiteral("org.freedesktop.portal.Wallpaper"),
-                                                       QStringLiteral("SetWallpaperFile"));
     QVariantMap options;
     options.insert(QStringLiteral("show-preview"), true);
     options.insert(QStringLiteral("set-on"), QStringLiteral("background"));
-    call << QString() << QVariant::fromValue(QDBusUnixFileDescriptor(descriptor)) << options;
-    ::close(descriptor); // the message holds its own duplicate
-    CallOr(call, context, failed);
+    CallPortalWithFile(QStringLiteral("org.freedesktop.portal.Wallpaper"), QStringLiteral("SetWallpaperFile"), path, options, context,
+                       failed);
 }
 
 } // namespace DesktopShell
