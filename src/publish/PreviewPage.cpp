@@ -31,6 +31,16 @@ QString Fill(const QString &text, const QHash<QString, QString> &values)
     return filled;
 }
 
+// "Canon PowerShot S330", not "Canon Canon PowerShot S330": most cameras name their maker in
+// their model already ("NIKON CORPORATION" and "NIKON D850" share the first word).
+QString CameraName(const QString &maker, const QString &model)
+{
+    const QString makerWord = maker.section(u' ', 0, 0);
+    if (model.isEmpty() || makerWord.isEmpty() || model.startsWith(makerWord, Qt::CaseInsensitive))
+        return model.isEmpty() ? maker : model;
+    return maker + u' ' + model;
+}
+
 // The first of the folders, in the order asked, that was exported.
 QString FirstOf(const QStringList &exported, const QStringList &wanted)
 {
@@ -62,6 +72,7 @@ QString MakePreviewPage(const DataList &exportList, const QStringList &sizeFolde
             values.insert(exportList.KeyName(entry.key), entry.value);
         const QString file = values.value(QStringLiteral("File"));
         values.insert(QStringLiteral("Flash"), values.value(QStringLiteral("Flash")) == QLatin1String("ON") ? QStringLiteral("YES") : QStringLiteral("NO"));
+        values.insert(QStringLiteral("Camera"), CameraName(values.value(QStringLiteral("CameraMaker")), values.value(QStringLiteral("CameraModel"))));
         values.insert(QStringLiteral("Index"), QString::number(index));
         values.insert(QStringLiteral("Previous"), QString::number(index == 1 ? count : index - 1));
         values.insert(QStringLiteral("Next"), QString::number(index == count ? 1 : index + 1));

@@ -238,6 +238,8 @@ void PublishTest::exportFolder()
     const QString first = list.GetItemProperty(QStringLiteral("File"), 1);
     QCOMPARE(list.GetItemProperty(QStringLiteral("Latitude"), 1).isEmpty(), arguments.LeavePositionsOut);
     QCOMPARE(QString::fromUtf8(ReadAll(folder + QStringLiteral("/album.html"))).contains(QStringLiteral("At the lake")), true);
+    // A model that does not name its maker keeps the maker in front of it.
+    QVERIFY(QString::fromUtf8(ReadAll(folder + QStringLiteral("/album.html"))).contains(QStringLiteral("NIKON COOLPIX P6000")));
 
     if (folders.contains(QStringLiteral("size_2"))) {
         const QImage standard(folder + QStringLiteral("/size_2/") + first);
