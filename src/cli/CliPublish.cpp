@@ -36,6 +36,26 @@ std::optional<QList<int>> ChooseFiles(const Arguments &args, const AlbumDocument
     return arguments.OnlySelected ? RecordsNamed(album, args.positional.mid(1)) : QList<int>();
 }
 
+// An exporter ready for export or sync: the album, its saved options and the photos the FILE
+// arguments chose. Null when the album cannot open or a FILE is not in it (the reason on stderr).
+struct Publishing {
+    std::unique_ptr<AlbumDocument> album;
+    AlbumExportArguments arguments;
+    QList<int> chosen;
+};
+std::optional<Publishing> OpenForPublishing(const Arguments &args)
+{
+    Publishing publishing{OpenAlbumForCli(args.positional[0]), {}, {}};
+    if (!publishing.album)
+        return std::nullopt;
+    publishing.arguments = ArgumentsOf(*publishing.album);
+    const std::optional<QList<int>> chosen = ChooseFiles(args, *publishing.album, publishing.arguments);
+    if (!chosen)
+        return std::nullopt;
+    publishing.chosen = *chosen;
+    return publishing;
+}
+
 int Options(const Arguments &args)
 {
     // "--set KEY VALUE" is a switch followed by its pair, so the words after ALBUM come in pairs.
@@ -74,17 +94,16 @@ int Export(const Arguments &args)
 {
     if (args.positional.isEmpty())
         return args.UsageError(QStringLiteral("publish export takes ALBUM"));
-    std::unique_ptr<AlbumDocument> album = OpenAlbumForCli(args.positional[0]);
-    if (!album)
+    std::optional<Publishing> publishing = OpenForPublishing(args);
+    if (!publishing)
         return ExitFailed;
-    AlbumExportArguments arguments = ArgumentsOf(*album);
-    const std::optional<QList<int>> chosen = ChooseFiles(args, *album, arguments);
-    if (!chosen)
-        return ExitFailed;
+    const std::unique_ptr<AlbumDocument> &album = publishing->album;
+    AlbumExportArguments &arguments = publishing->arguments;
+    const QList<int> &chosen = publishing->chosen;
     OrvAlbumExporter exporter;
     exporter.SetDocument(*album);
     exporter.SetArguments(arguments);
-    exporter.SetSelection(*chosen);
+    exporter.SetSelection(chosen);
     CliProgressSink progress;
     if (args.Has("--desktop")) {
         // Asked whether to replace an earlier copy, the command line keeps it and takes a new name.
@@ -108,13 +127,12 @@ int Sync(const Arguments &args)
 {
     if (args.positional.isEmpty())
         return args.UsageError(QStringLiteral("publish sync takes ALBUM"));
-    std::unique_ptr<AlbumDocument> album = OpenAlbumForCli(args.positional[0]);
-    if (!album)
+    std::optional<Publishing> publishing = OpenForPublishing(args);
+    if (!publishing)
         return ExitFailed;
-    AlbumExportArguments arguments = ArgumentsOf(*album);
-    const std::optional<QList<int>> chosen = ChooseFiles(args, *album, arguments);
-    if (!chosen)
-        return ExitFailed;
+    const std::unique_ptr<AlbumDocument> &album = publishing->album;
+    AlbumExportArguments &arguments = publishing->arguments;
+    const QList<int> &chosen = publishing->chosen;
     arguments.ForceUpdateAll = args.Has("--force");
     if (!arguments.IsSharedServer && (qEnvironmentVariableIsSet("ORVANA_FTP_PASSWORD") || arguments.FTPPassword.isEmpty())) {
         const std::optional<QString> password = FtpPassword(
@@ -126,7 +144,7 @@ int Sync(const Arguments &args)
     OrvAlbumExporter exporter;
     exporter.SetDocument(*album);
     exporter.SetArguments(arguments);
-    exporter.SetSelection(*chosen);
+    exporter.SetSelection(chosen);
     CliProgressSink progress;
     CliPrompter prompter(false);
     const WebSyncReport report = exporter.WebSync(prompter, progress, [](const QString &address) { PrintOut(address); });
