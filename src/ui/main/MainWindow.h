@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gps/GpsLog.h"
 #include "library/AlbumDocument.h"
 
 #include <QHash>
@@ -37,6 +38,7 @@ public:
     void UsePrompter(std::unique_ptr<Prompter> prompter);
 
     int MDIChildren() const;
+    GpsLog &Gps() { return gpsLog; }
     bool HasActiveDoc() const;
     AlbumWindow *ActiveAlbum() const;
     // Every album shown in the document area.
@@ -135,4 +137,6 @@ private:
     // the program quits when the last has gone.
     bool quitWhenWorkStops = false;
     QPointer<WelcomeWindow> welcome;
+    // The GPS log every GPS window and dialog of this run shares.
+    GpsLog gpsLog;
 };
