@@ -1,7 +1,9 @@
 // A photo file of arbitrary bytes through everything the program does with a file it imports:
-// its tags, its picture, its thumbnail (with the embedded preview first). Nothing may crash,
-// hang or take unbounded memory; a file that cannot be read simply has no tags or thumbnail.
+// its tags, its picture, its picture fitted to a box, its thumbnail (with the embedded preview
+// first). Nothing may crash, hang or take unbounded memory; a file that cannot be read simply
+// has no tags or thumbnail.
 #include "imaging/ImageTags.h"
+#include "imaging/JpegScaledDecode.h"
 #include "imaging/Picture.h"
 #include "imaging/TagReader.h"
 #include "imaging/Thumbnail.h"
@@ -49,6 +51,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
     const Picture picture = Picture::LoadFromMemory(bytes, FormatOfFile(QStringLiteral("x.") + extension));
     (void)picture.ResizedToFit(ThumbnailBox, ThumbnailBox).Encode(ImageFormat::Jpeg);
+    // The scaled JPEG decoder, which the exporter and the views go to first.
+    const Picture fitted = DecodeJpegToFit(bytes, 640, 480);
+    if (!fitted.IsNull() && (fitted.Width() > 640 || fitted.Height() > 480))
+        std::abort();
 
     const QString photo = folder.filePath(QStringLiteral("photo.") + extension);
     QFile file(photo);

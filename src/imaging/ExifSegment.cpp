@@ -193,6 +193,14 @@ bool SetExifOrientation(QByteArray &segment, int orientation)
     return tiff.SetValue(tiff.Entry(tiff.FirstDirectory(), 0x0112), quint32(orientation));
 }
 
+int ExifOrientationOf(const QByteArray &segment)
+{
+    QByteArray copy = segment;
+    const TiffBlock tiff(copy);
+    const std::optional<quint32> orientation = tiff.Value(tiff.Entry(tiff.FirstDirectory(), 0x0112));
+    return orientation && *orientation >= 1 && *orientation <= 8 ? static_cast<int>(*orientation) : 1;
+}
+
 QByteArray ExifPreviewOf(const QByteArray &segment)
 {
     QByteArray copy = segment;

@@ -23,6 +23,8 @@ QByteArray WithSegmentsOf(const QByteArray &original, const QByteArray &encoded,
 // In-place changes; each is false when the segment lacks the entry or it cannot hold the value.
 bool SetExifPixelSize(QByteArray &segment, QSize size);
 bool SetExifOrientation(QByteArray &segment, int orientation);
+// The orientation tag's value, 1 to 8; 1 when the segment has none or holds another value.
+int ExifOrientationOf(const QByteArray &segment);
 // The embedded preview; a new one is only put in when it fits where the old one was.
 QByteArray ExifPreviewOf(const QByteArray &segment);
 bool SetExifPreview(QByteArray &segment, const QByteArray &preview);

@@ -2,6 +2,7 @@
 #include "imaging/ErrorText.h"
 
 #include "imaging/ImagingLibrary.h"
+#include "imaging/JpegScaledDecode.h"
 #include "imaging/ParallelWork.h"
 #include "imaging/PictureData.h"
 #include "imaging/TagReader.h"
@@ -38,8 +39,20 @@ void RefuseOtherDecoders(const QString &photoPath)
 
 namespace {
 
+// A JPEG goes to the faster scaled decoder first; whatever it leaves goes to libvips, which
+// reports why a file cannot be decoded.
+Picture FromJpeg(const QString &photoPath, int maxWidth, int maxHeight)
+{
+    QFile file(photoPath);
+    if (!file.open(QIODevice::ReadOnly) || file.peek(2) != QByteArrayLiteral("\xFF\xD8"))
+        return {};
+    return DecodeJpegToFit(file.readAll(), maxWidth, maxHeight);
+}
+
 Picture FromPhoto(const QString &photoPath)
 {
+    if (Picture decoded = FromJpeg(photoPath, ThumbnailBox, ThumbnailBox); !decoded.IsNull())
+        return decoded;
     RefuseOtherDecoders(photoPath);
     return PictureData::Wrap(VImage::thumbnail(QFile::encodeName(photoPath).constData(), ThumbnailBox, BoxOptions()));
 }
@@ -89,6 +102,8 @@ Picture LoadPictureToFit(const QString &photoPath, int maxWidth, int maxHeight)
     InitialisePixelLibrary();
     if (maxWidth < 1 || maxHeight < 1)
         return {};
+    if (Picture decoded = FromJpeg(photoPath, maxWidth, maxHeight); !decoded.IsNull())
+        return decoded;
     try {
         RefuseOtherDecoders(photoPath);
         // Decoded here, on the caller's thread, so that a view's worker does all the work.
