@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
-#include <vector>
 
 using vips::VImage;
 
@@ -57,6 +56,33 @@ bool Swaps(int orientation)
     return orientation >= 5;
 }
 
+// The decoder's output buffer. Each worker keeps one of a size that fits the views' and the
+// exporter's boxes, so photo after photo neither zeroes fresh memory nor faults its pages in
+// again; a larger decode gets a buffer of its own.
+class DecodeBuffer {
+public:
+    explicit DecodeBuffer(size_t size)
+    {
+        constexpr size_t Kept = size_t(16) << 20;
+        thread_local std::unique_ptr<unsigned char[]> kept;
+        thread_local size_t keptSize = 0;
+        if (size > Kept) {
+            own = std::make_unique_for_overwrite<unsigned char[]>(size);
+            data = own.get();
+            return;
+        }
+        if (size > keptSize) {
+            kept = std::make_unique_for_overwrite<unsigned char[]>(size);
+            keptSize = size;
+        }
+        data = kept.get();
+    }
+    unsigned char *data;
+
+private:
+    std::unique_ptr<unsigned char[]> own;
+};
+
 } // namespace
 
 Picture DecodeJpegToFit(const QByteArray &jpeg, int maxWidth, int maxHeight)
@@ -89,14 +115,15 @@ Picture DecodeJpegToFit(const QByteArray &jpeg, int maxWidth, int maxHeight)
     if (double(decodedWidth) * decodedHeight * bands > MaxDecodedBytes)
         return {};
 
-    std::vector<unsigned char> pixels(size_t(decodedWidth) * size_t(decodedHeight) * size_t(bands));
-    if (tjDecompress2(decompressor.get(), bytes, size, pixels.data(), decodedWidth, 0, decodedHeight,
+    const size_t pixelBytes = size_t(decodedWidth) * size_t(decodedHeight) * size_t(bands);
+    const DecodeBuffer pixels(pixelBytes);
+    if (tjDecompress2(decompressor.get(), bytes, size, pixels.data, decodedWidth, 0, decodedHeight,
                       grey ? TJPF_GRAY : TJPF_RGB, 0) != 0
         && tjGetErrorCode(decompressor.get()) != TJERR_WARNING)
         return {};
 
     try {
-        VImage image = VImage::new_from_memory(pixels.data(), pixels.size(), decodedWidth, decodedHeight, bands,
+        VImage image = VImage::new_from_memory(pixels.data, pixelBytes, decodedWidth, decodedHeight, bands,
                                                VIPS_FORMAT_UCHAR);
         image = image.copy(VImage::option()->set("interpretation", grey ? VIPS_INTERPRETATION_B_W : VIPS_INTERPRETATION_sRGB));
         if (decodedWidth != fit.width || decodedHeight != fit.height)

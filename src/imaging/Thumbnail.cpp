@@ -46,7 +46,16 @@ Picture FromJpeg(const QString &photoPath, int maxWidth, int maxHeight)
     QFile file(photoPath);
     if (!file.open(QIODevice::ReadOnly) || file.peek(2) != QByteArrayLiteral("\xFF\xD8"))
         return {};
-    return DecodeJpegToFit(file.readAll(), maxWidth, maxHeight);
+    // Read into a buffer the worker keeps, so that photo after photo its pages are not faulted in
+    // again. Not mapped: a file cut short meanwhile (a card pulled out) would kill the program.
+    constexpr qsizetype Kept = qsizetype(32) << 20;
+    thread_local QByteArray kept;
+    QByteArray own;
+    QByteArray &bytes = file.size() <= Kept ? kept : own;
+    bytes.resize(file.size());
+    if (file.read(bytes.data(), bytes.size()) != bytes.size())
+        return {};
+    return DecodeJpegToFit(bytes, maxWidth, maxHeight);
 }
 
 Picture FromPhoto(const QString &photoPath)
