@@ -28,7 +28,7 @@ namespace {
 const QString Options = QStringLiteral("Options");
 const QString SystemSection = QStringLiteral("System");
 
-enum class Kind { Check, Choice, Text, Password, Folder };
+enum class Kind { Check, Choice, Text, Password, Folder, Program };
 
 struct Choice {
     QString value;
@@ -91,6 +91,7 @@ QList<Row> Rows()
         {albums, SystemSection, QStringLiteral("CheckModifiedWhenOpenAlbum"), Caption(QStringLiteral("CheckModifiedWhenOpenAlbum")), Kind::Check, {}},
         {albums, SystemSection, QStringLiteral("CheckModifiedWhenOpenFolder"), Caption(QStringLiteral("CheckModifiedWhenOpenFolder")), Kind::Check, {}},
         {albums, SystemSection, QStringLiteral("AllowNonJPEG"), Caption(QStringLiteral("AllowNonJPEG")), Kind::Check, {}},
+        {general, QStringLiteral("GPS"), QStringLiteral("EarthAppPath"), Caption(QStringLiteral("EarthAppPath")), Kind::Program, {}},
         {online, SystemSection, QStringLiteral("MapServer"), Caption(QStringLiteral("MapServer")), Kind::Choice, MapServers()},
         {online, SystemSection, QStringLiteral("SharedServerLoginName"), Caption(QStringLiteral("SharedServerLoginName")), Kind::Text, {}},
         {online, SystemSection, QStringLiteral("SharedServerPassword"), Caption(QStringLiteral("SharedServerPassword")), Kind::Password, {}},
@@ -163,14 +164,17 @@ void OptionsWindow::AddRows()
             form->addRow(row.caption, line);
             break;
         }
-        case Kind::Folder: {
+        case Kind::Folder:
+        case Kind::Program: {
             auto *line = new QLineEdit(QDir::toNativeSeparators(stored), this);
             line->setObjectName(row.key);
             line->setMinimumWidth(320);
             auto *browse = new QToolButton(this);
             browse->setText(QStringLiteral("..."));
-            connect(browse, &QToolButton::clicked, this, [this, line, caption = row.caption] {
-                const QString chosen = chooser.ChooseFolder(this, caption, QDir::fromNativeSeparators(line->text()));
+            connect(browse, &QToolButton::clicked, this, [this, line, caption = row.caption, program = row.kind == Kind::Program] {
+                const QString start = QDir::fromNativeSeparators(line->text());
+                const QString folder = start.isEmpty() ? QDir::homePath() : QFileInfo(start).absolutePath();
+                const QString chosen = program ? chooser.ChooseFiles(this, caption, folder).value(0) : chooser.ChooseFolder(this, caption, start);
                 if (!chosen.isEmpty())
                     line->setText(QDir::toNativeSeparators(chosen));
             });
