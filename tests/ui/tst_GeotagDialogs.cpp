@@ -15,6 +15,7 @@
 #include <QDateTimeEdit>
 #include <QDesktopServices>
 #include <QDoubleSpinBox>
+#include <QLabel>
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
@@ -122,7 +123,7 @@ void GeotagDialogsTest::timeDialogs_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<bool>("selected");
-    QTest::addColumn<QStringList>("typed"); // control=value, in order
+    QTest::addColumn<QStringList>("typed"); // control=value, in order; ?label=text: what it shows then
     QTest::addColumn<QString>("expected");
 
     QTest::newRow("-0:30 Hours across a year") << "mnuTimeDifferenceRetrieve" << true << QStringList{"ComboTimeDifference=-0:30 Hours"}
@@ -134,7 +135,7 @@ void GeotagDialogsTest::timeDialogs_data()
     QTest::newRow("1 day 25 hours later") << "mnuTimeCorrector" << true << QStringList{"TextDays=1", "TextHours=25"} << "2008-01-03 01:10:00";
     QTest::newRow("1 day 25 hours earlier") << "mnuTimeCorrector" << true << QStringList{"TextDays=1", "TextHours=25", "OptionBackward="}
                                             << "2007-12-29 23:10:00";
-    QTest::newRow("the clock in the photo shows 1:30 more") << "ActionTimeCorrector" << true << QStringList{"ClockTime=2008-01-01 00:11:30"}
+    QTest::newRow("the clock in the photo shows 1:30 more") << "ActionTimeCorrector" << true << QStringList{"ClockTime=2008-01-01 00:11:30", "?LabelDifferenceValue=+0 Days 00:01:30"}
                                                             << "2008-01-01 00:11:30";
     QTest::newRow("nothing selected, nothing changes") << "mnuTimeCorrector" << false << QStringList{"TextDays=1"} << "2008-01-01 00:10:00";
 }
@@ -156,8 +157,10 @@ void GeotagDialogsTest::timeDialogs()
         const QString name = step.section(u'=', 0, 0);
         const QString value = step.section(u'=', 1);
         QObject *control = nullptr;
-        QTRY_VERIFY((control = window->findChild<QObject *>(name)));
-        if (auto *button = qobject_cast<QAbstractButton *>(control))
+        QTRY_VERIFY((control = window->findChild<QObject *>(name.startsWith(u'?') ? name.mid(1) : name)));
+        if (name.startsWith(u'?'))
+            QCOMPARE(window->findChild<QLabel *>(name.mid(1))->text(), value);
+        else if (auto *button = qobject_cast<QAbstractButton *>(control))
             button->click();
         else if (auto *field = qobject_cast<QDoubleSpinBox *>(control))
             field->setValue(value.toDouble());

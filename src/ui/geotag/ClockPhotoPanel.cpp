@@ -21,7 +21,7 @@ QString DifferenceText(qint64 seconds)
 {
     const qint64 size = seconds < 0 ? -seconds : seconds;
     return QStringLiteral("%1%2 %3 %4:%5:%6")
-        .arg(seconds < 0 ? u'-' : u'+')
+        .arg(QChar(seconds < 0 ? u'-' : u'+'))
         .arg(size / 86400)
         .arg(GetLocalizedString(QStringLiteral("LabelDays"), QStringLiteral("Form")))
         .arg(size / 3600 % 24, 2, 10, QLatin1Char('0'))
