@@ -81,7 +81,7 @@ void RunEarthCommand(AlbumWindow &album, const EarthRequest &request)
     const QString title = GetLocalizedString(QStringLiteral("ShowOnEarth"), QStringLiteral("Form"));
     album.StartWork(
         title,
-        [log, written, document, prompter, what, output, target, title](ProgressSink &) mutable {
+        [log, written, document, prompter, what, output, target, title](ProgressSink &progress) mutable {
             if (what.withTracks) {
                 if (const Result ready = log->Ready(*prompter); !ready) {
                     prompter->Error(title, ready.message);
@@ -93,13 +93,13 @@ void RunEarthCommand(AlbumWindow &album, const EarthRequest &request)
             }
             switch (output) {
             case EarthOutput::Viewer:
-                *written = ShowAlbumOnEarth(*document, what, log->Store(), *prompter);
+                *written = ShowAlbumOnEarth(*document, what, log->Store(), *prompter, &progress);
                 break;
             case EarthOutput::KmlFile:
-                *written = GenerateKml(*document, what, log->Store(), target, *prompter);
+                *written = GenerateKml(*document, what, log->Store(), target, *prompter, &progress);
                 break;
             case EarthOutput::KmzFile:
-                *written = GenerateKmz(*document, what, log->Store(), target, *prompter);
+                *written = GenerateKmz(*document, what, log->Store(), target, *prompter, &progress);
                 break;
             }
         },
