@@ -5,7 +5,7 @@
 LogSnapshot::LogSnapshot(GpsLog *shared) : log(shared)
 {
     load = !log || !log->IsLoaded();
-    if (!load)
+    if (log)
         store = log->Copy();
 }
 
