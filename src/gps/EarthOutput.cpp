@@ -49,10 +49,10 @@ Result WriteFile(const QString &path, const QByteArray &bytes)
 
 // The album document written to path; the user is told when no photo has a position.
 EarthFile WriteAlbumKml(const AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, const QString &imageFolder,
-                        const QString &path, Prompter &prompter)
+                        const QString &path, Prompter &prompter, ProgressSink *progress)
 {
     const AlbumKml kml = BuildAlbumKml(album, what.photos, imageFolder, &store, what.withTracks ? what.tracks : QList<int>(),
-                                       what.zoneHours, &prompter);
+                                       what.zoneHours, &prompter, progress);
     if (kml.photos == 0) {
         const QString message = Text(what.onlySelected ? "MessageNoLocationForEarth1" : "MessageNoLocationForEarth");
         prompter.Inform(Text("ShowOnEarth", QStringLiteral("Form")), message);
@@ -76,15 +76,22 @@ QString FreeName(const QString &path)
     }
 }
 
-QList<KmzImage> PlacedImages(const AlbumDocument &album, const QList<int> &photos)
+// The located photos, read from the album (through the progress link when there is one); each
+// packed from the display-size image an export has made, else from the photo itself.
+QList<KmzImage> PlacedImages(const AlbumDocument &album, const QList<int> &photos, ProgressSink *progress)
 {
-    const QString standard = AlbumDataFolder(album) + QStringLiteral("/size_2/");
     QList<KmzImage> images;
-    for (const int photo : photos) {
-        const QString name = album.Record(PhotoRecord::File, photo);
-        if (album.Record(PhotoRecord::Longitude, photo).isEmpty() || !PhotoRecord::IsBareFileName(name))
-            continue;
-        images.append({name, QFileInfo::exists(standard + name) ? standard + name : album.PhotoFilePath(photo)});
+    ReadAlbumThrough(progress, [&] {
+        for (const int photo : photos) {
+            const QString name = album.Record(PhotoRecord::File, photo);
+            if (!album.Record(PhotoRecord::Longitude, photo).isEmpty() && PhotoRecord::IsBareFileName(name))
+                images.append({name, album.PhotoFilePath(photo)});
+        }
+    });
+    const QString standard = AlbumDataFolder(album) + QStringLiteral("/size_2/");
+    for (KmzImage &image : images) {
+        if (QFileInfo::exists(standard + image.name))
+            image.source = standard + image.name;
     }
     return images;
 }
@@ -96,20 +103,24 @@ QString EarthPlacesFolder()
     return GetUserDataFolder() + QStringLiteral("/Earth Places");
 }
 
-EarthFile ShowAlbumOnEarth(AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, Prompter &prompter)
+EarthFile ShowAlbumOnEarth(AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, Prompter &prompter,
+                           ProgressSink *progress)
 {
-    EarthFile shown = WriteAlbumKml(album, what, store, DisplayImageFolder(album), EarthPlacesFolder() + QStringLiteral("/doc.kml"), prompter);
+    EarthFile shown = WriteAlbumKml(album, what, store, DisplayImageFolder(album), EarthPlacesFolder() + QStringLiteral("/doc.kml"), prompter, progress);
     if (shown.result)
         StartEarthViewer(shown.path, prompter);
     return shown;
 }
 
-EarthFile GenerateKml(AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, const QString &target, Prompter &prompter)
+EarthFile GenerateKml(AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, const QString &target, Prompter &prompter,
+                      ProgressSink *progress)
 {
-    const QString path = !target.isEmpty()
-        ? target
-        : EarthPlacesFolder() + u'/' + album.List().GetDocumentProperty(QStringLiteral("Identification")) + QStringLiteral(".kml");
-    EarthFile generated = WriteAlbumKml(album, what, store, DisplayImageFolder(album), path, prompter);
+    QString path = target;
+    if (path.isEmpty())
+        ReadAlbumThrough(progress, [&] {
+            path = EarthPlacesFolder() + u'/' + album.List().GetDocumentProperty(QStringLiteral("Identification")) + QStringLiteral(".kml");
+        });
+    EarthFile generated = WriteAlbumKml(album, what, store, DisplayImageFolder(album), path, prompter, progress);
     if (generated.result) {
         QString message = Text("MessageGenerateKML");
         prompter.Inform(Text("GenerateKML"), message.replace(QStringLiteral("%1"), QString::number(generated.photos)).replace(QStringLiteral("%2"), path));
@@ -117,10 +128,11 @@ EarthFile GenerateKml(AlbumDocument &album, const AlbumOnEarth &what, const GpsS
     return generated;
 }
 
-EarthFile GenerateKmz(AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, const QString &target, Prompter &prompter)
+EarthFile GenerateKmz(AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, const QString &target, Prompter &prompter,
+                      ProgressSink *progress)
 {
     const QString document = EarthPlacesFolder() + QStringLiteral("/doc.kml");
-    EarthFile kmz = WriteAlbumKml(album, what, store, QStringLiteral("files"), document, prompter);
+    EarthFile kmz = WriteAlbumKml(album, what, store, QStringLiteral("files"), document, prompter, progress);
     if (!kmz.result)
         return kmz;
     QFile bytes(document);
@@ -131,7 +143,7 @@ EarthFile GenerateKmz(AlbumDocument &album, const AlbumOnEarth &what, const GpsS
     QFile::copy(document, albumCopy);
     if (!bytes.open(QIODevice::ReadOnly))
         return {Result::Failure(QStringLiteral("Cannot read %1").arg(document)), QString(), 0};
-    kmz.result = WriteKmz(packed, bytes.readAll(), PlacedImages(album, what.photos));
+    kmz.result = WriteKmz(packed, bytes.readAll(), PlacedImages(album, what.photos, progress));
     if (!kmz.result)
         return kmz;
     QString chosen = target;

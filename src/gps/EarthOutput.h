@@ -7,6 +7,7 @@
 
 class AlbumDocument;
 class GpsStore;
+class ProgressSink;
 class Prompter;
 
 // Putting photos, tracks and waypoints in front of a globe viewer: KML written to the user's
@@ -32,14 +33,20 @@ struct EarthFile {
     int photos = 0;
 };
 
+// With a progress link the album is read only inside its Apply, so that the three may run on a
+// worker thread (the packing of a KMZ file takes a while).
+
 // "Earth Places/doc.kml", with images from the album's display-size folder, then the viewer.
-EarthFile ShowAlbumOnEarth(AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, Prompter &prompter);
+EarthFile ShowAlbumOnEarth(AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, Prompter &prompter,
+                           ProgressSink *progress = nullptr);
 // The same document to target ("" is the album's Identification + ".kml" in Earth Places); the
 // folder is made when missing. MessageGenerateKML tells the user.
-EarthFile GenerateKml(AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, const QString &target, Prompter &prompter);
+EarthFile GenerateKml(AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, const QString &target, Prompter &prompter,
+                      ProgressSink *progress = nullptr);
 // The document with images under "files", packed with the images as "album.data/album.kmz" in the
 // album and copied to target, or to target numbered "(n)" when that name is taken.
-EarthFile GenerateKmz(AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, const QString &target, Prompter &prompter);
+EarthFile GenerateKmz(AlbumDocument &album, const AlbumOnEarth &what, const GpsStore &store, const QString &target, Prompter &prompter,
+                      ProgressSink *progress = nullptr);
 
 // "my_tracks.kml" of the given tracks, "my_waypoints.kml" of every waypoint, in Earth Places.
 EarthFile WriteTracksForEarth(const GpsStore &store, const QList<int> &tracks, Prompter &prompter);

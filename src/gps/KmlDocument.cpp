@@ -3,6 +3,7 @@
 #include "library/AlbumDocument.h"
 #include "gps/GpsStore.h"
 #include "app/Paths.h"
+#include "app/ProgressSink.h"
 #include "library/PhotoRecord.h"
 #include "gps/TimeText.h"
 #include "gps/TrackPoints.h"
@@ -72,6 +73,14 @@ QString TrackPlacemark(const GpsStore &store, int track, Prompter *prompter)
 
 } // namespace
 
+void ReadAlbumThrough(ProgressSink *progress, const std::function<void()> &read)
+{
+    if (progress)
+        progress->Apply(read);
+    else
+        read();
+}
+
 QString EscapeForEarth(QString text)
 {
     return text.replace(u'<', QStringLiteral("&lt;")).replace(u'>', QStringLiteral("&gt;")).replace(u'"', QStringLiteral("&quot;"));
@@ -93,28 +102,32 @@ QString PhotoBalloon(const AlbumDocument &album, int photo, const QString &image
 }
 
 AlbumKml BuildAlbumKml(const AlbumDocument &album, const QList<int> &photos, const QString &imageFolder, const GpsStore *store,
-                       const QList<int> &tracks, double zoneHours, Prompter *prompter)
+                       const QList<int> &tracks, double zoneHours, Prompter *prompter, ProgressSink *progress)
 {
     AlbumKml kml;
-    QString text = Filled(Template("earth_kmlhead"), {{QStringLiteral("Title"), EscapeForEarth(album.List().GetDocumentProperty(QStringLiteral("Title")))}});
+    const QString head = Template("earth_kmlhead");
     const QString item = Template("earth_kmlitem");
+    QString text;
     std::optional<qint64> earliest;
     std::optional<qint64> latest;
-    for (const int photo : photos) {
-        if (album.Record(PhotoRecord::Longitude, photo).isEmpty())
-            continue;
-        ++kml.photos;
-        text += Filled(PlacemarkTemplate(item, album.Record(PhotoRecord::Elevation, photo)), {{QStringLiteral("ID"), QString::number(kml.photos)},
-                              {QStringLiteral("ItemName"), album.Record(PhotoRecord::File, photo)},
-                              {QStringLiteral("Longitude"), album.Record(PhotoRecord::Longitude, photo)},
-                              {QStringLiteral("Latitude"), album.Record(PhotoRecord::Latitude, photo)},
-                              {QStringLiteral("Elevation"), album.Record(PhotoRecord::Elevation, photo)},
-                              {QStringLiteral("ItemDescription"), PhotoBalloon(album, photo, imageFolder)}});
-        if (const std::optional<qint64> taken = TimeText::Seconds(album.Record(PhotoRecord::CaptureDate, photo))) {
-            earliest = earliest ? std::min(*earliest, *taken) : *taken;
-            latest = latest ? std::max(*latest, *taken) : *taken;
+    ReadAlbumThrough(progress, [&] {
+        text = Filled(head, {{QStringLiteral("Title"), EscapeForEarth(album.List().GetDocumentProperty(QStringLiteral("Title")))}});
+        for (const int photo : photos) {
+            if (album.Record(PhotoRecord::Longitude, photo).isEmpty())
+                continue;
+            ++kml.photos;
+            text += Filled(PlacemarkTemplate(item, album.Record(PhotoRecord::Elevation, photo)), {{QStringLiteral("ID"), QString::number(kml.photos)},
+                                  {QStringLiteral("ItemName"), album.Record(PhotoRecord::File, photo)},
+                                  {QStringLiteral("Longitude"), album.Record(PhotoRecord::Longitude, photo)},
+                                  {QStringLiteral("Latitude"), album.Record(PhotoRecord::Latitude, photo)},
+                                  {QStringLiteral("Elevation"), album.Record(PhotoRecord::Elevation, photo)},
+                                  {QStringLiteral("ItemDescription"), PhotoBalloon(album, photo, imageFolder)}});
+            if (const std::optional<qint64> taken = TimeText::Seconds(album.Record(PhotoRecord::CaptureDate, photo))) {
+                earliest = earliest ? std::min(*earliest, *taken) : *taken;
+                latest = latest ? std::max(*latest, *taken) : *taken;
+            }
         }
-    }
+    });
     if (kml.photos == 0)
         return kml;
     text += Template("earth_kmlneck");

@@ -274,6 +274,7 @@ void MainWindowTest::options_data()
     QTest::newRow("check folders") << "System" << "CheckModifiedWhenOpenFolder" << "1" << "0";
     QTest::newRow("non-JPEG files") << "System" << "AllowNonJPEG" << "0" << "1";
     QTest::newRow("units") << "System" << "UnitSystem" << "M" << "E";
+    QTest::newRow("globe viewer") << "GPS" << "EarthAppPath" << "/usr/bin/marble" << "/opt/google/earth/pro/google-earth-pro";
     QTest::newRow("map server") << "System" << "MapServer" << "maps.orvana.org" << "maps.orvana.cn";
     QTest::newRow("own map pages, no host") << "System" << "MapServer" << "" << "";
     QTest::newRow("login") << "System" << "SharedServerLoginName" << "ann" << "bob";

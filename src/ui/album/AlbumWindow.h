@@ -10,7 +10,9 @@ class AlbumModel;
 struct ImportReport;
 class DialogPrompter;
 class FileChooser;
+class GpsLog;
 class ProgressSink;
+class Prompter;
 class TaskRunner;
 class OrvDetailView;
 class OrvExtraPanel;
@@ -66,6 +68,18 @@ public:
     // The pickers of the import commands.
     void SetFileChooser(std::unique_ptr<FileChooser> chooser);
 
+    // The GPS work on this album (matching, time shifts, Earth output) runs from other files:
+    // the run's shared GPS log (null for an album shown on its own), the photo in the view, the
+    // window's questions (answerable from its worker) and pickers, and its worker itself, with
+    // the progress window and Cancel; StartWork is false while other work runs.
+    void SetGpsLog(GpsLog *log) { gpsLog = log; }
+    GpsLog *Gps() const { return gpsLog; }
+    int CurrentRecord() const;
+    Prompter &WorkPrompter();
+    FileChooser &Chooser() { return *chooser; }
+    bool StartWork(const QString &title, std::function<void(ProgressSink &)> work, std::function<void()> after,
+                   bool progressOnlyForSteps = false);
+
     // Saves a modified album; false keeps the window open (saving failed). While long work runs
     // it asks the work to stop and returns false: once the work has stopped at the photo in hand,
     // the window saves and closes its sub-window itself.
@@ -95,8 +109,6 @@ private:
     void BuildPhotoMenu();
     void RunLibraryCommand(const QString &name);
     void AfterLibraryCommand(const QString &name, int current, int countBefore);
-    bool StartWork(const QString &title, std::function<void(ProgressSink &)> work, std::function<void()> after,
-                   bool progressOnlyForSteps = false);
     void FirstRecordsIn();
     void ListRead();
     void SetAlbumFieldsEnabled(bool enabled);
@@ -129,6 +141,7 @@ private:
     std::unique_ptr<TaskRunner> runner;
     std::unique_ptr<DialogPrompter> prompter;
     std::unique_ptr<FileChooser> chooser;
+    GpsLog *gpsLog = nullptr;
     std::function<void()> afterWork;
     bool closeWhenStopped = false;
     // Open has not read the whole list: the window shows part of it, and never saves it.

@@ -11,6 +11,9 @@
 #include "ui/album/ExtraPanel.h"
 #include "ui/common/DialogPrompter.h"
 #include "ui/album/ThumbnailCache.h"
+#include "ui/geotag/EarthCommands.h"
+#include "ui/geotag/TimeCorrectorDialog.h"
+#include "ui/geotag/TimeDifferenceDialog.h"
 #include "ui/album/ThumbnailView.h"
 
 #include "app/Language.h"
@@ -133,6 +136,27 @@ void AlbumWindow::BuildCommands()
         search->selectAll();
     };
 
+    // The time dialogs shift the capture times of the photos chosen when they opened: the one in
+    // the detail view, else the grid's selection.
+    const auto chosen = [this] {
+        const CommandTarget target = Target();
+        return target.detail ? QList<int>{target.current} : target.selected;
+    };
+    const auto timeDifference = [this, chosen] {
+        auto *dialog = new TimeDifferenceDialog(this);
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->SetDocument(*document, chosen());
+        dialog->open();
+    };
+    const auto timeCorrector = [this, chosen] {
+        auto *dialog = new TimeCorrectorDialog(this);
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->SetDocument(*document, chosen(), Target().current);
+        dialog->open();
+    };
+    const auto earth = [this](EarthOutput output) { return [this, output] { RunEarthCommand(*this, AlbumEarthRequest(output)); }; };
+    connect(panel, &OrvExtraPanel::ShowOnEarthClicked, this, [this] { RunCommand(QStringLiteral("mnuShowOnEarth")); });
+
     const std::vector<Command> own = {
         {QStringLiteral("mnuSelectAll"), false, selectAll},
         {QStringLiteral("mnuInverse"), false, inverse},
@@ -155,6 +179,15 @@ void AlbumWindow::BuildCommands()
         {QStringLiteral("mnuCropImage"), false, [this] { CropCurrentPhoto(); }},
         {QStringLiteral("mnuFileImport"), true, [this] { ImportChosenFiles(); }},
         {QStringLiteral("mnuFolderImport"), true, [this] { ImportChosenFolder(); }},
+        {QStringLiteral("mnuTimeDifferenceRetrieve"), false, timeDifference},
+        {QStringLiteral("mnuTimeCorrector"), false, timeCorrector},
+        {QStringLiteral("mnuShowOnEarth"), true, earth(EarthOutput::Viewer)},
+        {QStringLiteral("mnuGenerateKML"), true, earth(EarthOutput::KmlFile)},
+        {QStringLiteral("mnuGenerateKMZ"), true, earth(EarthOutput::KmzFile)},
+        // The album's own actions for three of them, in the photo menu.
+        {QStringLiteral("ActionTimeDifference"), false, timeDifference},
+        {QStringLiteral("ActionTimeCorrector"), false, timeCorrector},
+        {QStringLiteral("ActionShowOnEarth"), true, earth(EarthOutput::Viewer)},
     };
     table.insert(table.end(), own.begin(), own.end());
 }
@@ -179,6 +212,16 @@ bool AlbumWindow::RunCommand(const QString &name)
 QList<int> AlbumWindow::SelectedRecords() const
 {
     return grid->SelectedRecords();
+}
+
+int AlbumWindow::CurrentRecord() const
+{
+    return Target().current;
+}
+
+Prompter &AlbumWindow::WorkPrompter()
+{
+    return *prompter;
 }
 
 CommandTarget AlbumWindow::Target() const
@@ -267,6 +310,10 @@ void AlbumWindow::BuildPhotoMenu()
     // The menu's own twins of the main menus' commands ("1"): the same work, their own captions.
     for (const QString &name : {QStringLiteral("mnuSetNotesForMultiselection"), QStringLiteral("mnuKeywordsCopy1"),
                                 QStringLiteral("mnuKeywordsPaste1")})
+        add(name);
+    photoMenu->addSeparator();
+    for (const QString &name : {QStringLiteral("ActionTimeDifference"), QStringLiteral("ActionTimeCorrector"),
+                                QStringLiteral("ActionShowOnEarth")})
         add(name);
     photoMenu->addSeparator();
     for (const QString &name : {QStringLiteral("mnuSelectAll"), QStringLiteral("mnuInverse"), QStringLiteral("mnuSelectStar1"),

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -46,6 +47,10 @@ OrvExtraPanel::OrvExtraPanel(QWidget *parent)
     layout->addWidget(keywordsLabel);
     keywords->setObjectName(QStringLiteral("Keywords"));
     layout->addWidget(keywords);
+    auto *earth = new QPushButton(GetLocalizedString(QStringLiteral("ButtonShowOnEarth"), QStringLiteral("Form")));
+    earth->setObjectName(QStringLiteral("ButtonShowOnEarth"));
+    connect(earth, &QPushButton::clicked, this, &OrvExtraPanel::ShowOnEarthClicked);
+    layout->addWidget(earth);
     addTab(page, InfoName(QStringLiteral("Description")));
     page->setEnabled(false);
     addTab(calendars->MonthPage(), GetLocalizedString(QStringLiteral("Month"), QStringLiteral("Calendar")));

@@ -38,6 +38,8 @@ signals:
     void ValueEdited(int record, const QString &key, const QString &text);
     // A marked calendar cell was clicked: its day ("yyyy-mm-dd") or hour ("yyyy-mm-dd hh").
     void CalendarPicked(const QDateTime &date, const QString &format);
+    // The album's located photos in the globe viewer.
+    void ShowOnEarthClicked();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

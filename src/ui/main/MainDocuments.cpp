@@ -127,6 +127,7 @@ void MainWindow::StartOpenedAlbum(const QString &path, AlbumDocument::OpenResult
         return;
     }
     auto *album = new AlbumWindow(std::move(prepared.document));
+    album->SetGpsLog(&gpsLog);
     unshown = album;
     connect(album, &AlbumWindow::ReadyToShow, this, [this, album] { ShowAlbumWindow(album); });
     // A list that cannot be read is not shown as an empty album that the user might fill and

@@ -28,7 +28,7 @@ namespace {
 const QString Options = QStringLiteral("Options");
 const QString SystemSection = QStringLiteral("System");
 
-enum class Kind { Check, Choice, Text, Password, Folder };
+enum class Kind { Check, Choice, Text, Password, Folder, Program };
 
 struct Choice {
     QString value;
@@ -86,6 +86,7 @@ QList<Row> Rows()
         {general, QStringLiteral("Layout"), QStringLiteral("DocumentTabs"), Caption(QStringLiteral("DocumentTabs")), Kind::Check, {}},
         {general, SystemSection, QStringLiteral("UnitSystem"), Caption(QStringLiteral("UnitSystem")), Kind::Choice,
          {{QStringLiteral("M"), Caption(QStringLiteral("UnitMetric"))}, {QStringLiteral("E"), Caption(QStringLiteral("UnitEnglish"))}}},
+        {general, QStringLiteral("GPS"), QStringLiteral("EarthAppPath"), Caption(QStringLiteral("EarthAppPath")), Kind::Program, {}},
         {albums, SystemSection, QStringLiteral("DefaultAlbumFormat"), Caption(QStringLiteral("AlbumFormat")), Kind::Choice,
          {{QStringLiteral("0"), Caption(QStringLiteral("AlbumFormatFolder"))}, {QStringLiteral("1"), Caption(QStringLiteral("AlbumFormatPackage"))}}},
         {albums, SystemSection, QStringLiteral("CheckModifiedWhenOpenAlbum"), Caption(QStringLiteral("CheckModifiedWhenOpenAlbum")), Kind::Check, {}},
@@ -163,14 +164,17 @@ void OptionsWindow::AddRows()
             form->addRow(row.caption, line);
             break;
         }
-        case Kind::Folder: {
+        case Kind::Folder:
+        case Kind::Program: {
             auto *line = new QLineEdit(QDir::toNativeSeparators(stored), this);
             line->setObjectName(row.key);
             line->setMinimumWidth(320);
             auto *browse = new QToolButton(this);
             browse->setText(QStringLiteral("..."));
-            connect(browse, &QToolButton::clicked, this, [this, line, caption = row.caption] {
-                const QString chosen = chooser.ChooseFolder(this, caption, QDir::fromNativeSeparators(line->text()));
+            connect(browse, &QToolButton::clicked, this, [this, line, caption = row.caption, program = row.kind == Kind::Program] {
+                const QString start = QDir::fromNativeSeparators(line->text());
+                const QString folder = start.isEmpty() ? QDir::homePath() : QFileInfo(start).absolutePath();
+                const QString chosen = program ? chooser.ChooseFiles(this, caption, folder).value(0) : chooser.ChooseFolder(this, caption, start);
                 if (!chosen.isEmpty())
                     line->setText(QDir::toNativeSeparators(chosen));
             });
