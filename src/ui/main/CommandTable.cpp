@@ -91,7 +91,7 @@ const std::vector<CommandRow> &MainCommands()
 
         {"mnuGPSLog", "Menu", "mnuGPS", "", "", Always, NotBuilt, nullptr, false, false},
         {"mnuGPSLocator", "Menu", "mnuGPS", "", "", WithAlbum, NotBuilt, nullptr, false, false},
-        {"mnuMapLocator", "Menu", "mnuGPS", "", "", WithAlbum, NotBuilt, nullptr, false, false},
+        {"mnuMapLocator", "Menu", "mnuGPS", "", "", WithAlbum, Main, &MainWindow::mnuMapLocator_Click, false, false},
         {"mnuTimeCorrector", "Menu", "mnuGPS", "", "", WithAlbum, NotBuilt, nullptr, false, false},
         {"mnuTimeDifferenceRetrieve", "Menu", "mnuGPS", "", "", WithAlbum, NotBuilt, nullptr, false, false},
         {"mnuShowOnEarth", "Menu", "mnuGPS", "", "", WithAlbum, NotBuilt, nullptr, false, false},

@@ -99,6 +99,7 @@ public:
     void mnuAMRenameAlbum_Click();
     void mnuAMShowInShell_Click();
     void mnuGlobalSearch_Click();
+    void mnuMapLocator_Click();
     // The album manager, shown and brought to the front (made when there is none).
     AlbumManagerWindow *ShowAlbumManager();
 
