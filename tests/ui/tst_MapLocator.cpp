@@ -69,7 +69,8 @@ int Markers(const MapView *map)
     auto count = std::make_shared<int>(-1);
     map->Browser()->page()->runJavaScript(QStringLiteral("document.querySelectorAll('path.leaflet-interactive').length"),
                                           [count](const QVariant &value) { *count = value.toInt(); });
-    QTest::qWaitFor([count] { return *count >= 0; }, 5000);
+    if (!QTest::qWaitFor([count] { return *count >= 0; }, 5000))
+        return -1;
     return *count;
 }
 
