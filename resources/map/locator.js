@@ -18,6 +18,8 @@
     maxZoom: 19,
     attribution: '&copy; OpenStreetMap contributors'
   }).addTo(map);
+  // The attribution names the sources without links: the page never leaves for another site.
+  map.attributionControl.setPrefix('Leaflet');
   window.orvanaMap = map;
 
   function report() {
