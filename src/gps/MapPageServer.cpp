@@ -196,6 +196,9 @@ void MapPageServer::Search(QTcpSocket *socket, const QString &address)
         return Send(socket, "200 OK", "text/html; charset=utf-8", local->toUtf8());
     if (address.isEmpty())
         return Send(socket, "200 OK", "text/html; charset=utf-8", GeoCodeNotFound().toUtf8());
+    // The geocoder is asked with Qt's network client rather than the program's HTTP engine: the
+    // engine speaks plain HTTP/1.0, and Nominatim and its kind answer over HTTPS only. The leg the
+    // map contract names, from the dialogs to this search page, does go through the engine.
     if (!network)
         network = new QNetworkAccessManager(this);
     QUrl geocoder(sources.geocoder);

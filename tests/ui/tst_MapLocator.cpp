@@ -84,6 +84,7 @@ private slots:
     void initTestCase();
     void waypointLocatorFollowsThePage();
     void photoLocatorPlacesThePhoto();
+    void mapHostDownShowsTheFailurePage();
 
 private:
     std::unique_ptr<ScopedTestEnvironment> environment;
@@ -166,6 +167,18 @@ void MapLocatorTest::photoLocatorPlacesThePhoto()
     QCOMPARE(log.Store().WaypointCount(), before + 1);
     QCOMPARE(log.Store().WaypointAt(before).lat, QStringLiteral("10.500000000"));
     QCOMPARE(dialog.findChild<QListWidget *>(QStringLiteral("ListWaypoints"))->count(), before + 1);
+}
+
+void MapLocatorTest::mapHostDownShowsTheFailurePage()
+{
+    // Port 9 (discard) of loopback: nothing listens there.
+    WriteSetting(QStringLiteral("System"), QStringLiteral("MapServer"), QStringLiteral("127.0.0.1:9"));
+    MapService::Instance().LoadTemplates();
+    MapWaypointLocator dialog(log);
+    dialog.show();
+    QTRY_COMPARE_WITH_TIMEOUT(dialog.Map()->Browser()->url(), LocalMapPage(QStringLiteral("MapServerFailed.html")), PageTimeout);
+    WriteSetting(QStringLiteral("System"), QStringLiteral("MapServer"), QString());
+    MapService::Instance().LoadTemplates();
 }
 
 int main(int argc, char *argv[])
