@@ -74,6 +74,13 @@ int Markers(const MapView *map)
     return *count;
 }
 
+// The log as the last save left it on disk.
+QStringList SavedWaypoints()
+{
+    GpsStore saved;
+    return saved.Load(nullptr) ? DescribeWaypoints(saved) : QStringList{};
+}
+
 } // namespace
 
 // The map dialogs in the embedded browser, against Orvana's own page server and a tile server on
@@ -101,14 +108,22 @@ void MapLocatorTest::initTestCase()
     WriteSetting(QStringLiteral("System"), QStringLiteral("MapServer"), QString());
     MapService::Instance().LoadTemplates();
     QWebEngineProfile::defaultProfile()->setUrlRequestInterceptor(&recorder);
-    log.Adopt(GpsStore());
+    // A waypoint the user had: the dialogs read the log themselves, and keep it.
+    GpsStore earlier;
+    earlier.AddNewWaypoint(Waypoint{QStringLiteral("Camp"), QStringLiteral("36.46"), QStringLiteral("-116.87"), QStringLiteral("0.0"), QString()});
+    QVERIFY(earlier.Save());
 }
+
 
 void MapLocatorTest::waypointLocatorFollowsThePage()
 {
     MapWaypointLocator dialog(log);
     dialog.SetLocation(48.85, 2.35);
     dialog.show();
+    auto *save = dialog.findChild<QPushButton *>(QStringLiteral("ButtonSaveWaypoint"));
+    QTRY_VERIFY(log.IsLoaded());
+    QVERIFY(save->isEnabled());
+    QCOMPARE(log.Store().WaypointCount(), 1);
     QTRY_VERIFY_WITH_TIMEOUT(ShowsReport(dialog.Map()), PageTimeout);
     QCOMPARE(MapService::Instance().State().level, qint16(12));
 
@@ -119,21 +134,23 @@ void MapLocatorTest::waypointLocatorFollowsThePage()
     QCOMPARE(MapService::Instance().State().longitude, 6.25);
     QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("LabelLatitude"))->text(), QStringLiteral("45.5"));
 
-    dialog.findChild<QPushButton *>(QStringLiteral("ButtonSaveWaypoint"))->click();
-    QCOMPARE(log.Store().WaypointCount(), 1);
-    QCOMPARE(log.Store().WaypointAt(0).lat, QStringLiteral("45.500000000"));
-    QCOMPARE(log.Store().WaypointAt(0).lon, QStringLiteral("6.250000000"));
+    save->click();
+    QCOMPARE(log.Store().WaypointCount(), 2);
+    QCOMPARE(log.Store().WaypointAt(1).lat, QStringLiteral("45.500000000"));
+    QCOMPARE(log.Store().WaypointAt(1).lon, QStringLiteral("6.250000000"));
+    QTRY_COMPARE(SavedWaypoints().size(), 2);
 
     // The waypoint opened again, moved by a typed place, is changed where it is.
-    MapWaypointLocator *again = MapWaypointLocator::OpenForWaypoint(log, 0, nullptr);
+    MapWaypointLocator *again = MapWaypointLocator::OpenForWaypoint(log, 1, nullptr);
     QCOMPARE(again->findChild<QLabel *>(QStringLiteral("LabelLongitude"))->text(), QStringLiteral("6.25"));
     again->findChild<QLineEdit *>(QStringLiteral("TextMapSearch"))->setText(QStringLiteral("  -33.8688, 151.2093 "));
     again->findChild<QPushButton *>(QStringLiteral("ButtonGo"))->click();
     QTRY_COMPARE_WITH_TIMEOUT(MapService::Instance().State().latitude, -33.8688, PageTimeout);
     again->findChild<QPushButton *>(QStringLiteral("ButtonSaveWaypoint"))->click();
-    QCOMPARE(log.Store().WaypointCount(), 1);
-    QCOMPARE(log.Store().WaypointAt(0).lat, QStringLiteral("-33.868800000"));
-    QCOMPARE(log.Store().WaypointAt(0).lon, QStringLiteral("151.209300000"));
+    QCOMPARE(log.Store().WaypointCount(), 2);
+    QCOMPARE(log.Store().WaypointAt(1).lat, QStringLiteral("-33.868800000"));
+    QCOMPARE(log.Store().WaypointAt(1).lon, QStringLiteral("151.209300000"));
+    QTRY_COMPARE(SavedWaypoints(), DescribeWaypoints(log.Store()));
     again->close();
 
     QVERIFY(!tiles->Requests().isEmpty());

@@ -177,6 +177,8 @@ void MapLocatorDialog::LocatePhoto()
 
 void MapLocatorDialog::SaveTargetAsWaypoint()
 {
+    if (!log.IsLoaded())
+        return;
     const MapState &state = MapService::Instance().State();
     Waypoint added;
     added.name = GetLocalizedString(QStringLiteral("NewWaypoint"), QStringLiteral("Form"));
@@ -188,6 +190,8 @@ void MapLocatorDialog::SaveTargetAsWaypoint()
 
 void MapLocatorDialog::ListTheWaypoints()
 {
+    // Until the log is read, a waypoint saved would be written over the user's whole list.
+    LabelSaveTargetedAsWaypoint->setEnabled(log.IsLoaded());
     const QSignalBlocker quiet(ListWaypoints);
     ListWaypoints->clear();
     const GpsStore &store = log.Store();

@@ -44,6 +44,10 @@ MapWaypointLocator::MapWaypointLocator(GpsLog &log, QWidget *parent) : QDialog(p
     connect(map, &MapView::StateChanged, this, &MapWaypointLocator::ShowPosition);
     connect(ButtonSaveWaypoint, &QPushButton::clicked, this, &MapWaypointLocator::SaveWaypoint);
     connect(ButtonClose, &QPushButton::clicked, this, &QDialog::close);
+    // Until the log is read, a waypoint saved would be written over the user's whole list.
+    const auto loaded = [this] { ButtonSaveWaypoint->setEnabled(this->log.IsLoaded()); };
+    connect(&log, &GpsLog::Changed, this, loaded);
+    loaded();
     EnsureGpsLogLoaded(this, log);
     ShowPosition();
 }
@@ -90,6 +94,8 @@ void MapWaypointLocator::ShowPosition()
 
 void MapWaypointLocator::SaveWaypoint()
 {
+    if (!log.IsLoaded())
+        return;
     const MapState &state = MapService::Instance().State();
     const QString lat = QString::number(state.latitude, 'f', 9);
     const QString lon = QString::number(state.longitude, 'f', 9);
