@@ -26,7 +26,7 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # libzip ...). What it cannot see is listed here: the programs Orvana runs (ExifTool writes tags,
 # GPSBabel reads foreign track logs, xdg-open hands files to the desktop), the Qt plug-ins it
 # loads (the X11 and Wayland platforms, SVG icons), Leaflet for map pages and the embedded
-# browser's helper process and data, which the map dialogs start.
+# browser's own process and data, which the map dialogs start.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
   "libimage-exiftool-perl, gpsbabel, xdg-utils, qt6-qpa-plugins, libqt6svg6, libjs-leaflet, libqt6webenginecore6-bin, libqt6webengine6-data, libvips-tools, xdg-user-dirs")
