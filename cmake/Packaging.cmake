@@ -25,10 +25,11 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # The libraries the programs link come from dpkg-shlibdeps (Qt 6, libvips, Exiv2, TurboJPEG,
 # libzip ...). What it cannot see is listed here: the programs Orvana runs (ExifTool writes tags,
 # GPSBabel reads foreign track logs, xdg-open hands files to the desktop), the Qt plug-ins it
-# loads (the X11 and Wayland platforms, SVG icons) and Leaflet for map pages.
+# loads (the X11 and Wayland platforms, SVG icons), Leaflet for map pages and the embedded
+# browser's own process and data, which the map dialogs start.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
-  "libimage-exiftool-perl, gpsbabel, xdg-utils, qt6-qpa-plugins, libqt6svg6, libjs-leaflet, libvips-tools, xdg-user-dirs")
+  "libimage-exiftool-perl, gpsbabel, xdg-utils, qt6-qpa-plugins, libqt6svg6, libjs-leaflet, libqt6webenginecore6-bin, libqt6webengine6-data, libvips-tools, xdg-user-dirs")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland")
 
 include(CPack)

@@ -239,6 +239,7 @@ std::vector<CliVerb> Verbs()
         {"track remove", "NAME", "every track of that name, with its points", {}, RemoveTrack},
         {"kml-tracks", "", "the GPS log's tracks as KML", {Show}, TracksForEarth},
         {"kml-waypoints", "", "the GPS log's waypoints as KML", {Show}, WaypointsForEarth},
+        GpsGeocodeVerb(),
     };
     for (CliVerb &verb : GpsAlbumVerbs())
         verbs.push_back(std::move(verb));

@@ -4,6 +4,7 @@
 #include "app/Paths.h"
 #include "app/Plugins.h"
 #include "ui/SplashWindow.h"
+#include "ui/map/MapService.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -25,9 +26,10 @@ void GuiStartupHost::Inform(const QString &text)
     QMessageBox::information(main, QStringLiteral("Orvana"), text);
 }
 
-// The map pages and the GPS window are not part of this build yet; start-up asks for them in their
-// place.
-void GuiStartupHost::LoadMapServerTemplates() {}
+void GuiStartupHost::LoadMapServerTemplates()
+{
+    MapService::Instance().LoadTemplates();
+}
 
 // "/VersionUpdater": the page, in the browser; with none named there is nothing to show.
 void GuiStartupHost::ShowUpdaterWindow()

@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QTimer>
 
+#include <unistd.h>
+
 namespace {
 
 // Runs the commands in order; one not enabled yet (an album command while the album opens) is
@@ -38,6 +40,13 @@ void RunCommandsFromEnvironment(MainWindow *main, const QStringList &names)
 
 int main(int argc, char *argv[])
 {
+    // The map's browser process refuses to run as root inside its sandbox; root (containers, test
+    // machines) gets it without one. A normal user keeps the sandbox.
+    if (geteuid() == 0 && !qEnvironmentVariableIsSet("QTWEBENGINE_CHROMIUM_FLAGS"))
+        qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--no-sandbox");
+    // The embedded browser shares the program's GL contexts; this must be said before the
+    // application exists.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Orvana"));
     QApplication::setOrganizationName(QStringLiteral("Orvana"));

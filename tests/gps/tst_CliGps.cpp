@@ -1,4 +1,5 @@
 #include "CliRunner.h"
+#include "FakeWebServer.h"
 #include "GpsTestSupport.h"
 #include "TestEnvironment.h"
 
@@ -24,6 +25,8 @@ private slots:
     void earthFiles();
     void valuesRefusedOrKept_data();
     void valuesRefusedOrKept();
+    void geocode_data();
+    void geocode();
 
 private:
     CliRun Cli(const QStringList &arguments) { return RunCli(home->path(), arguments); }
@@ -258,6 +261,49 @@ void CliGpsTest::valuesRefusedOrKept()
         QCOMPARE(ReadAll(logs + QStringLiteral("/tracks.plist")), damaged);
         QVERIFY(!QFile::exists(logs + QStringLiteral("/waypoints.plist")));
     }
+}
+
+void CliGpsTest::geocode_data()
+{
+    QTest::addColumn<QString>("setting");
+    QTest::addColumn<QByteArray>("served");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("printed");
+    QTest::addColumn<QStringList>("asked");
+    // "setting" points Orvana at the fake server (%1 is its port): [Map] Geocoder, a
+    // Nominatim stand-in behind Orvana's own pages, or [System] MapServer, a map host whose search
+    // page answers itself.
+    QTest::newRow("place through Orvana's pages and the geocoder")
+        << "Map Geocoder http://127.0.0.1:%1/search" << QByteArray(R"([{"lat":"48.8566","lon":"2.3522","display_name":"Paris"}])")
+        << "Paris, France" << 0 << "48.8566 2.3522\n"
+        << QStringList{"GET /search?q=Paris,%20France&format=json&limit=1 ", "User-Agent: Orvana/"};
+    QTest::newRow("nothing found") << "Map Geocoder http://127.0.0.1:%1/search" << QByteArray("[]") << "Atlantis" << 1 << ""
+                                   << QStringList{"q=Atlantis"};
+    QTest::newRow("chosen map host") << "System MapServer 127.0.0.1:%1" << QByteArray("<p>$GEO_CODE=[200,0,-33.8688,151.2093]</p>") << "Sydney NSW"
+                                     << 0 << "-33.8688 151.2093\n" << QStringList{"GET /gmap/map_search/?address=Sydney%20NSW "};
+    QTest::newRow("typed pair asks nobody") << "Map Geocoder http://127.0.0.1:%1/search" << QByteArray("[]") << "48.85, 2.35" << 0
+                                            << "48.85 2.35\n" << QStringList{};
+}
+
+void CliGpsTest::geocode()
+{
+    QFETCH(QString, setting);
+    QFETCH(QByteArray, served);
+    QFETCH(QString, typed);
+    QFETCH(QStringList, asked);
+    const FakeWebServer server(served, "text/html");
+    QStringList set = setting.arg(server.Port()).split(u' ');
+    QCOMPARE(Cli(QStringList{"settings", "set"} + set).exitCode, 0);
+    const CliRun run = Cli({"gps", "geocode", typed});
+    QTEST(run.exitCode, "exitCode");
+    QTEST(run.out, "printed");
+    if (run.exitCode != 0)
+        QVERIFY(run.err.contains(Cli({"text", "MessageNotFindPlace", "GPS"}).out.trimmed()));
+    const QStringList requests = server.Requests();
+    QCOMPARE(requests.size(), asked.isEmpty() ? 0 : 1);
+    for (const QString &part : asked)
+        QVERIFY2(requests.front().contains(part), qPrintable(requests.front()));
 }
 
 QTEST_GUILESS_MAIN(CliGpsTest)

@@ -91,7 +91,7 @@ const std::vector<CommandRow> &MainCommands()
 
         {"mnuGPSLog", "Menu", "mnuGPS", "", "", Always, NotBuilt, nullptr, false, false},
         {"mnuGPSLocator", "Menu", "mnuGPS", "", "", WithAlbum, Main, &MainWindow::mnuGPSLocator_Click, false, false},
-        {"mnuMapLocator", "Menu", "mnuGPS", "", "", WithAlbum, NotBuilt, nullptr, false, false},
+        {"mnuMapLocator", "Menu", "mnuGPS", "", "", WithAlbum, Main, &MainWindow::mnuMapLocator_Click, false, false},
         {"mnuTimeCorrector", "Menu", "mnuGPS", "", "", WithAlbum, Album, nullptr, false, false},
         {"mnuTimeDifferenceRetrieve", "Menu", "mnuGPS", "", "", WithAlbum, Album, nullptr, false, false},
         {"mnuShowOnEarth", "Menu", "mnuGPS", "", "", WithAlbum, Album, nullptr, false, false},

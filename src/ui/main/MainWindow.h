@@ -100,6 +100,7 @@ public:
     void mnuAMShowInShell_Click();
     void mnuGlobalSearch_Click();
     void mnuGPSLocator_Click();
+    void mnuMapLocator_Click();
     // The album manager, shown and brought to the front (made when there is none).
     AlbumManagerWindow *ShowAlbumManager();
 
