@@ -25,8 +25,7 @@ void GuiStartupHost::Inform(const QString &text)
     QMessageBox::information(main, QStringLiteral("Orvana"), text);
 }
 
-// The map pages and the GPS window are not part of this build yet; start-up asks for them in their
-// place.
+// The map pages are not part of this build yet; start-up asks for them in their place.
 void GuiStartupHost::LoadMapServerTemplates() {}
 
 // "/VersionUpdater": the page, in the browser; with none named there is nothing to show.
@@ -44,7 +43,11 @@ void GuiStartupHost::CameraImportToAlbum(const QString &device)
     if (main)
         main->CameraImportToAlbum(device);
 }
-void GuiStartupHost::ShowGpsWindow() {}
+void GuiStartupHost::ShowGpsWindow()
+{
+    if (main)
+        main->ShowGpsWindow();
+}
 
 void GuiStartupHost::ShowWelcomeWindow()
 {

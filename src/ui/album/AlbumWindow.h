@@ -11,6 +11,7 @@ struct ImportReport;
 class DialogPrompter;
 class FileChooser;
 class ProgressSink;
+class Prompter;
 class TaskRunner;
 class OrvDetailView;
 class OrvExtraPanel;
@@ -53,6 +54,12 @@ public:
     bool RunCommand(const QString &name);
     // Long work of this album runs on a worker thread; its commands are refused meanwhile.
     bool IsWorking() const;
+    // Starts long work on this album (other windows' commands too, matching for one); `after` runs
+    // on the interface thread when it has ended. False while other work runs.
+    bool StartWork(const QString &title, std::function<void(ProgressSink &)> work, std::function<void()> after,
+                   bool progressOnlyForSteps = false);
+    // Asks and tells the user over this window, from its work's worker thread too.
+    Prompter &WorkPrompter();
 
     // Brings the files and folders into the album as long work; the report follows when not clean.
     void ImportPaths(const QStringList &paths);
@@ -95,8 +102,6 @@ private:
     void BuildPhotoMenu();
     void RunLibraryCommand(const QString &name);
     void AfterLibraryCommand(const QString &name, int current, int countBefore);
-    bool StartWork(const QString &title, std::function<void(ProgressSink &)> work, std::function<void()> after,
-                   bool progressOnlyForSteps = false);
     void FirstRecordsIn();
     void ListRead();
     void SetAlbumFieldsEnabled(bool enabled);

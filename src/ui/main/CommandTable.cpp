@@ -89,7 +89,7 @@ const std::vector<CommandRow> &MainCommands()
         {"mnuWriteIPTC", "Menu", "mnuImage", "", "", WithAlbum, Album, nullptr, false, true},
         {"mnuWriteEXIFGPS", "Menu", "mnuImage", "", "", WithAlbum, Album, nullptr, false, false},
 
-        {"mnuGPSLog", "Menu", "mnuGPS", "", "", Always, NotBuilt, nullptr, false, false},
+        {"mnuGPSLog", "Menu", "mnuGPS", "", "", Always, Main, &MainWindow::mnuGPSLog_Click, false, false},
         {"mnuGPSLocator", "Menu", "mnuGPS", "", "", WithAlbum, NotBuilt, nullptr, false, false},
         {"mnuMapLocator", "Menu", "mnuGPS", "", "", WithAlbum, NotBuilt, nullptr, false, false},
         {"mnuTimeCorrector", "Menu", "mnuGPS", "", "", WithAlbum, NotBuilt, nullptr, false, false},
