@@ -111,9 +111,11 @@ void GpsWindowTest::importIntoLists()
     QCOMPARE(window->findChild<QDateEdit *>(QStringLiteral("DTPickerBegin"))->date(), QDate(1990, 1, 1));
     QCOMPARE(Rows(window, "ListViewTrack"), 9);
 
-    // Closing saves the log.
-    window->close();
-    QTRY_VERIFY(!main.findChild<GpsWindow *>());
+    // Quitting waits for the window to save the log.
+    main.show();
+    main.close();
+    QTRY_VERIFY(!main.isVisible());
+    QVERIFY(!main.findChild<GpsWindow *>());
     GpsStore saved;
     QVERIFY(saved.Load(nullptr));
     QCOMPARE(saved.GetTrackCount(), 9);

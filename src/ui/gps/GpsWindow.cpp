@@ -294,12 +294,16 @@ void GpsWindow::Refresh()
     const int waypoint = SelectedWaypoint();
     RefreshTracks();
     waypoints->Refresh();
-    if (track >= 0) {
-        for (int row = 0; row < tracks->rowCount(); ++row) {
-            if (tracks->TrackAt(row) == track)
-                trackList->setCurrentIndex(tracks->index(row, 0));
-        }
+    // The track shown stays selected; with none, the first is, so its figures show at once.
+    int selectRow = tracks->rowCount() > 0 ? 0 : -1;
+    for (int row = 0; track >= 0 && row < tracks->rowCount(); ++row) {
+        if (tracks->TrackAt(row) == track)
+            selectRow = row;
     }
+    if (selectRow >= 0)
+        trackList->setCurrentIndex(tracks->index(selectRow, 0));
+    for (int column = 0; column < WaypointListModel::ColumnCount; ++column)
+        waypointList->resizeColumnToContents(column);
     if (waypoint >= 0 && waypoint < waypoints->rowCount())
         waypointList->setCurrentIndex(waypoints->index(waypoint, 0));
     SetEditable(!runner->Running());
