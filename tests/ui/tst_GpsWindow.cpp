@@ -11,6 +11,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QDateTime>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -105,11 +106,24 @@ void GpsWindowTest::importIntoLists()
     tracks->setCurrentIndex(tracks->model()->index(0, 0));
     QTRY_VERIFY(window->findChild<QLabel *>(QStringLiteral("LabelDistance"))->text() != QLatin1String("0.0 km"));
 
+    // Another zone redraws the times and is kept for the next time.
+    auto *zone = window->findChild<QComboBox *>(QStringLiteral("ComboTimeZone"));
+    const QString begun = tracks->model()->index(0, 1).data().toString();
+    zone->setCurrentIndex(zone->currentIndex() ^ 1); // the same zone's other entry: one hour apart
+    const qint64 shift = QDateTime::fromString(begun, QStringLiteral("yyyy-MM-dd HH:mm:ss"))
+                             .secsTo(QDateTime::fromString(tracks->model()->index(0, 1).data().toString(), QStringLiteral("yyyy-MM-dd HH:mm:ss")));
+    QCOMPARE(std::abs(shift), 3600);
+    QCOMPARE(ReadSetting(QStringLiteral("GPS"), QStringLiteral("TimeZoneDaylight")), QString::number(zone->currentIndex() % 2));
+
     // A begin after the end is refused, and the list stays.
     window->findChild<QDateEdit *>(QStringLiteral("DTPickerBegin"))->setDate(QDate(2030, 1, 1));
     QCOMPARE(shown.last(), Gps("MessageWrongDateGPS"));
     QCOMPARE(window->findChild<QDateEdit *>(QStringLiteral("DTPickerBegin"))->date(), QDate(1990, 1, 1));
     QCOMPARE(Rows(window, "ListViewTrack"), 9);
+
+    // Matching needs an album.
+    Click(window, QStringLiteral("CoolButtonMatch"));
+    QCOMPARE(shown.last(), Gps("MessageNoSelectedPhotosOrTrackToMatch"));
 
     // Quitting waits for the window to save the log.
     main.show();

@@ -8,9 +8,9 @@
 
 GpsFileChooser::Chosen DialogGpsFileChooser::ChooseLog(QWidget *parent)
 {
-    const QString filter = GpsUi::Message("GPX_Ozi_NMEA_Type");
+    const QString filter = GpsUi::GpsMessage("GPX_Ozi_NMEA_Type");
     QString selected;
-    const QString path = QFileDialog::getOpenFileName(parent, GpsUi::Message("ImportGPX"), QDir::homePath(), filter, &selected);
+    const QString path = QFileDialog::getOpenFileName(parent, GpsUi::GpsMessage("ImportGPX"), QDir::homePath(), filter, &selected);
     if (path.isEmpty())
         return {};
     // The filter entries are GPX, NMEA and Ozi in that order; the one chosen names the type, as a
@@ -22,5 +22,5 @@ GpsFileChooser::Chosen DialogGpsFileChooser::ChooseLog(QWidget *parent)
 
 QString DialogGpsFileChooser::ChooseGpx(QWidget *parent, const QString &suggested)
 {
-    return QFileDialog::getSaveFileName(parent, GpsUi::Message("ExportGPX"), QDir::home().filePath(suggested), GpsUi::Message("GPXType"));
+    return QFileDialog::getSaveFileName(parent, GpsUi::GpsMessage("ExportGPX"), QDir::home().filePath(suggested), GpsUi::GpsMessage("GPXType"));
 }

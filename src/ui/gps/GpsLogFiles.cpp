@@ -23,7 +23,7 @@ bool Load(TaskRunner &runner, GpsLog &log, Prompter &prompter, const std::functi
     auto store = std::make_shared<GpsStore>();
     auto loaded = std::make_shared<Result>();
     Prompter *asking = &prompter;
-    if (!runner.Start(GpsUi::Message("LoadingGPSLogDatabase"), [store, loaded, asking](ProgressSink &) { *loaded = store->Load(asking); }))
+    if (!runner.Start(GpsUi::GpsMessage("LoadingGPSLogDatabase"), [store, loaded, asking](ProgressSink &) { *loaded = store->Load(asking); }))
         return false;
     WhenFinished(runner, [&log, store, loaded, done] {
         if (*loaded)
@@ -38,7 +38,7 @@ bool Save(TaskRunner &runner, GpsLog &log, const std::function<void(const Result
     auto store = std::make_shared<GpsStore>(log.Copy());
     auto saved = std::make_shared<Result>();
     auto changedMeanwhile = std::make_shared<bool>(false);
-    if (!runner.Start(GpsUi::Message("SavingGPSLogDatabase"), [store, saved](ProgressSink &) { *saved = store->Save(); }))
+    if (!runner.Start(GpsUi::GpsMessage("SavingGPSLogDatabase"), [store, saved](ProgressSink &) { *saved = store->Save(); }))
         return false;
     const QMetaObject::Connection watch = QObject::connect(&log, &GpsLog::Changed, &runner, [changedMeanwhile] { *changedMeanwhile = true; });
     WhenFinished(runner, [&log, store, saved, changedMeanwhile, watch, done] {

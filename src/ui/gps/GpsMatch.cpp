@@ -21,7 +21,7 @@ bool MatchAlbumWithTracks(AlbumWindow &album, MatchScope scope, const GpsStore &
     AlbumDocument *document = &album.Document();
     Prompter *prompter = &album.WorkPrompter();
     return album.StartWork(
-        GpsUi::GeneralText("Matching"),
+        GpsUi::GpsGeneralText("Matching"),
         [=](ProgressSink &progress) { MatchPhotosWithTracks(*document, scope, photos, *copy, window, *prompter, &progress); }, {});
 }
 
@@ -32,7 +32,7 @@ void RunMatchOption(AlbumWindow *album, MatchOption option, const GpsStore &stor
         if (album)
             MatchSelectedPhotosWithSelectedWaypoint(album->Document(), album->SelectedRecords(), waypoint, album->WorkPrompter());
         else
-            prompter.Inform(GpsUi::Message("MatchSelectedPhotosWithSelectedWaypoint"), GpsUi::Message("MessageNoSelectedPhotosOrSelectedWaypointToMatch"));
+            prompter.Inform(GpsUi::GpsMessage("MatchSelectedPhotosWithSelectedWaypoint"), GpsUi::GpsMessage("MessageNoSelectedPhotosOrSelectedWaypointToMatch"));
         return;
     }
     const MatchScope scope = option == MatchOption::SelectedPhotosWithTracks ? MatchScope::SelectedPhotos : MatchScope::AllPhotos;
@@ -41,6 +41,6 @@ void RunMatchOption(AlbumWindow *album, MatchOption option, const GpsStore &stor
         return;
     }
     const bool selected = scope == MatchScope::SelectedPhotos;
-    prompter.Inform(GpsUi::Message(selected ? "MatchSelectedPhotosWithAllTracks" : "MatchAllPhotosWithAllTracks"),
-                    GpsUi::Message(selected ? "MessageNoSelectedPhotosOrTrackToMatch" : "MessageNoPhotosOrTrackToMatch"));
+    prompter.Inform(GpsUi::GpsMessage(selected ? "MatchSelectedPhotosWithAllTracks" : "MatchAllPhotosWithAllTracks"),
+                    GpsUi::GpsMessage(selected ? "MessageNoSelectedPhotosOrTrackToMatch" : "MessageNoPhotosOrTrackToMatch"));
 }

@@ -7,22 +7,22 @@
 // The texts of the GPS windows: captions of section "Form", messages of section "GPS".
 namespace GpsUi {
 
-inline QString FormText(const char *key)
+inline QString GpsFormText(const char *key)
 {
     return GetLocalizedString(QLatin1String(key), QStringLiteral("Form"));
 }
 
-inline QString Message(const QString &key)
+inline QString GpsMessage(const QString &key)
 {
     return GetLocalizedString(key, QStringLiteral("GPS"));
 }
 
-inline QString Message(const char *key)
+inline QString GpsMessage(const char *key)
 {
-    return Message(QLatin1String(key));
+    return GpsMessage(QLatin1String(key));
 }
 
-inline QString GeneralText(const char *key)
+inline QString GpsGeneralText(const char *key)
 {
     return GetLocalizedString(QLatin1String(key), QStringLiteral("General"));
 }

@@ -233,14 +233,14 @@ void GpsWindow::showEvent(QShowEvent *event)
 
 void GpsWindow::LoadLog()
 {
-    statusBar()->showMessage(GpsUi::Message("LoadingGPSLogDatabase"));
+    statusBar()->showMessage(GpsUi::GpsMessage("LoadingGPSLogDatabase"));
     SetEditable(false);
     GpsLogFiles::Load(*runner, log, *prompter, [this](const Result &loaded) {
         statusBar()->clearMessage();
         // A store that cannot be read, even from its backups, is never written over: the window
         // stays closed to edits.
         if (!loaded)
-            prompter->Error(GpsUi::FormText("GPSLogManager"), loaded.message);
+            prompter->Error(GpsUi::GpsFormText("GPSLogManager"), loaded.message);
         WorkEnded();
     });
 }
@@ -272,12 +272,12 @@ void GpsWindow::closeEvent(QCloseEvent *event)
         return;
     }
     if (!saved && log.IsLoaded() && log.Store().IsModified()) {
-        statusBar()->showMessage(GpsUi::Message("SavingGPSLogDatabase"));
+        statusBar()->showMessage(GpsUi::GpsMessage("SavingGPSLogDatabase"));
         SetEditable(false);
         GpsLogFiles::Save(*runner, log, [this](const Result &written) {
             statusBar()->clearMessage();
             if (!written)
-                prompter->Error(GpsUi::FormText("GPSLogManager"), written.message);
+                prompter->Error(GpsUi::GpsFormText("GPSLogManager"), written.message);
             // Closed even so: the log stays modified in memory and is saved again on quitting.
             saved = true;
             close();
@@ -346,7 +346,7 @@ void GpsWindow::ZoneChosen(int entry)
 void GpsWindow::DateChosen(QDateEdit *changed, QDate previous)
 {
     if (begin->date() > end->date()) {
-        prompter->Inform(GpsUi::FormText("GPSLogManager"), GpsUi::Message("MessageWrongDateGPS"));
+        prompter->Inform(GpsUi::GpsFormText("GPSLogManager"), GpsUi::GpsMessage("MessageWrongDateGPS"));
         const QSignalBlocker quiet(changed);
         changed->setDate(previous);
         return;

@@ -48,22 +48,21 @@ void GpsWindow::ImportChosen(bool waypointsWanted)
 bool GpsWindow::ImportGPXFile(const QString &path, const QString &type, bool waypointsWanted)
 {
     auto imported = std::make_shared<SourceImport>();
-    SetEditable(false);
     const bool started = GpsLogFiles::Change(
-        *runner, log, GpsUi::GeneralText("Importing"),
+        *runner, log, GpsUi::GpsGeneralText("Importing"),
         [imported, path, type](GpsStore &store, ProgressSink &progress) { *imported = ImportTrackFile(store, path, type, &progress); },
         [this, imported, waypointsWanted] {
             if (!imported->report.cancelled) {
-                const QString title = GpsUi::Message("ImportGPX");
+                const QString title = GpsUi::GpsMessage("ImportGPX");
                 if (imported->ok)
-                    prompter->Inform(title, GpsUi::Message(imported->messageKey));
+                    prompter->Inform(title, GpsUi::GpsMessage(imported->messageKey));
                 else
-                    prompter->Error(title, GpsUi::Message(waypointsWanted ? QStringLiteral("MessageFailToImportWaypointFromGPX") : imported->messageKey));
+                    prompter->Error(title, GpsUi::GpsMessage(waypointsWanted ? QStringLiteral("MessageFailToImportWaypointFromGPX") : imported->messageKey));
             }
             WorkEnded();
         });
-    if (!started)
-        SetEditable(true);
+    if (started)
+        SetEditable(false);
     return started;
 }
 
@@ -78,14 +77,14 @@ void GpsWindow::ExportTracks()
     // Every point of every track is read and written: work for the worker.
     auto written = std::make_shared<Result>();
     Prompter *asking = prompter.get();
-    if (!runner->Start(GpsUi::GeneralText("Exporting"), [written, listed, path, asking](ProgressSink &) {
+    if (!runner->Start(GpsUi::GpsGeneralText("Exporting"), [written, listed, path, asking](ProgressSink &) {
             *written = ExportTracksToGpx(listed, path, QDateTime::currentDateTimeUtc(), asking);
         }))
         return;
     SetEditable(false);
     GpsLogFiles::WhenFinished(*runner, [this, written] {
         if (!*written)
-            prompter->Error(GpsUi::Message("ExportGPX"), GpsUi::Message("MessageFailToExportTrackToGPX"));
+            prompter->Error(GpsUi::GpsMessage("ExportGPX"), GpsUi::GpsMessage("MessageFailToExportTrackToGPX"));
         WorkEnded();
     });
 }
@@ -99,7 +98,7 @@ void GpsWindow::ExportWaypoints()
     for (int n = 0; n < log.Store().WaypointCount(); ++n)
         all << log.Store().WaypointAt(n);
     if (!ExportWaypointsToGpx(all, path))
-        prompter->Error(GpsUi::Message("ExportGPX"), GpsUi::Message("MessageFailToExportWaypointToGPX"));
+        prompter->Error(GpsUi::GpsMessage("ExportGPX"), GpsUi::GpsMessage("MessageFailToExportWaypointToGPX"));
 }
 
 void GpsWindow::DoAddWaypoint()
@@ -136,17 +135,16 @@ void GpsWindow::RenameTrack(int track, const QString &name)
     // The track's point file is rewritten with its new name.
     auto renamed = std::make_shared<Result>();
     Prompter *asking = prompter.get();
-    SetEditable(false);
     const bool started = GpsLogFiles::Change(
-        *runner, log, GpsUi::GeneralText("Processing"),
+        *runner, log, GpsUi::GpsGeneralText("Processing"),
         [renamed, track, name, asking](GpsStore &store, ProgressSink &) { *renamed = store.ModifyTrackName(track, name, asking); },
         [this, renamed] {
             if (!*renamed)
-                prompter->Error(GpsUi::FormText("ModifyTrack"), renamed->message);
+                prompter->Error(GpsUi::GpsFormText("ModifyTrack"), renamed->message);
             WorkEnded();
         });
-    if (!started)
-        SetEditable(true);
+    if (started)
+        SetEditable(false);
 }
 
 void GpsWindow::RemoveTrack()
@@ -174,22 +172,21 @@ void GpsWindow::DownloadFromGPS(LogType logType)
 void GpsWindow::ImportDownload(LogType logType)
 {
     auto imported = std::make_shared<SourceImport>();
-    SetEditable(false);
     const bool started = GpsLogFiles::Change(
-        *runner, log, GpsUi::GeneralText("Importing"),
+        *runner, log, GpsUi::GpsGeneralText("Importing"),
         [imported, logType](GpsStore &store, ProgressSink &progress) { *imported = ImportReceiverDownload(store, logType, &progress); },
         [this, imported] {
             if (!imported->report.cancelled) {
-                const QString title = GpsUi::Message("ImportGPS");
+                const QString title = GpsUi::GpsMessage("ImportGPS");
                 if (imported->ok)
-                    prompter->Inform(title, GpsUi::Message(imported->messageKey));
+                    prompter->Inform(title, GpsUi::GpsMessage(imported->messageKey));
                 else
-                    prompter->Error(title, GpsUi::Message(imported->messageKey));
+                    prompter->Error(title, GpsUi::GpsMessage(imported->messageKey));
             }
             WorkEnded();
         });
-    if (!started)
-        SetEditable(true);
+    if (started)
+        SetEditable(false);
 }
 
 void GpsWindow::DoMatchPhotosWithTracks()
@@ -223,7 +220,7 @@ void GpsWindow::ShowOnEarth()
     const QList<int> shown = GetVisibleTracks();
     auto written = std::make_shared<QList<EarthFile>>();
     Prompter *asking = prompter.get();
-    if (!runner->Start(GpsUi::GeneralText("Generating"), [store, shown, written, asking](ProgressSink &) {
+    if (!runner->Start(GpsUi::GpsGeneralText("Generating"), [store, shown, written, asking](ProgressSink &) {
             if (!shown.isEmpty())
                 *written << WriteTracksForEarth(*store, shown, *asking);
             if (store->WaypointCount() > 0)
@@ -234,7 +231,7 @@ void GpsWindow::ShowOnEarth()
     GpsLogFiles::WhenFinished(*runner, [this, written] {
         for (const EarthFile &file : *written) {
             if (!file.result)
-                prompter->Error(GpsUi::FormText("ButtonShowOnEarth"), file.result.message);
+                prompter->Error(GpsUi::GpsFormText("ButtonShowOnEarth"), file.result.message);
             else if (!StartEarthViewer(file.path, *prompter))
                 break;
         }

@@ -23,7 +23,7 @@ constexpr int BarSteps = 50;
 
 QLabel *Hint(const char *name, const char *key)
 {
-    auto *label = new QLabel(GpsUi::Message(key));
+    auto *label = new QLabel(GpsUi::GpsMessage(key));
     label->setObjectName(QLatin1String(name));
     label->setWordWrap(true);
     return label;

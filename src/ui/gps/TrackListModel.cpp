@@ -88,5 +88,5 @@ QVariant TrackListModel::headerData(int section, Qt::Orientation orientation, in
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     static const char *const Captions[] = {"TrackName", "BeginTime", "EndTime"};
-    return section >= 0 && section < ColumnCount ? GpsUi::FormText(Captions[section]) : QVariant();
+    return section >= 0 && section < ColumnCount ? GpsUi::GpsFormText(Captions[section]) : QVariant();
 }

@@ -47,5 +47,5 @@ QVariant WaypointListModel::headerData(int section, Qt::Orientation orientation,
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     static const char *const Captions[] = {"WaypointName", "Latitude", "Longitude", "Elevation", "Description"};
-    return section >= 0 && section < ColumnCount ? GpsUi::FormText(Captions[section]) : QVariant();
+    return section >= 0 && section < ColumnCount ? GpsUi::GpsFormText(Captions[section]) : QVariant();
 }
