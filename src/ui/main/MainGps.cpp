@@ -7,6 +7,8 @@
 #include "app/Language.h"
 #include "app/Prompter.h"
 
+#include <utility>
+
 void MainWindow::mnuGPSLog_Click()
 {
     ShowGpsWindow();
@@ -31,7 +33,9 @@ bool MainWindow::GpsLogSettled()
         connect(gpsWindow, &QObject::destroyed, this, &QWidget::close, Qt::ConnectionType(Qt::QueuedConnection | Qt::UniqueConnection));
         return false;
     }
-    if (gpsSavedForQuit || !gpsLog.IsLoaded() || !gpsLog.Store().IsModified())
+    // Saved for this attempt to quit; should the albums keep the program open, a later change is
+    // saved on the next attempt.
+    if (std::exchange(gpsSavedForQuit, false) || !gpsLog.IsLoaded() || !gpsLog.Store().IsModified())
         return true;
     // Changed by another window after the GPS window closed.
     if (opener->Running())
