@@ -1,5 +1,6 @@
 #include "ui/gps/GpsFileChooser.h"
 #include "ui/gps/GpsWindow.h"
+#include "ui/gps/TrackPreview.h"
 #include "ui/main/MainWindow.h"
 #include "app/Language.h"
 #include "app/Prompter.h"
@@ -23,10 +24,15 @@ namespace {
 
 const QString Sample = QStringLiteral(ORVANA_SOURCE_DIR "/../shared/corpus/tracks/gpsbabel-gdb-sample.gpx");
 
+// Imports the corpus sample; exports into `folder` under the name the window suggests.
 class ScriptedGpsChooser : public GpsFileChooser {
 public:
+    explicit ScriptedGpsChooser(QString folder) : folder(std::move(folder)) {}
     Chosen ChooseLog(QWidget *) override { return {Sample, QStringLiteral("gpx")}; }
-    QString ChooseGpx(QWidget *, const QString &) override { return {}; }
+    QString ChooseGpx(QWidget *, const QString &suggested) override { return folder + u'/' + suggested; }
+
+private:
+    QString folder;
 };
 
 // Says yes to every question and keeps every message it is shown.
@@ -94,7 +100,7 @@ void GpsWindowTest::importIntoLists()
     main.Command(QStringLiteral("mnuGPSLog"))->trigger();
     auto *window = main.findChild<GpsWindow *>(QStringLiteral("frmGPS"));
     QVERIFY(window && window->isVisible());
-    window->UseChooser(std::make_unique<ScriptedGpsChooser>());
+    window->UseChooser(std::make_unique<ScriptedGpsChooser>(environment.Root()));
     window->UsePrompter(std::make_unique<RecordingPrompter>(shown));
     QTRY_VERIFY(main.Gps().IsLoaded() && !window->IsWorking());
 
@@ -105,6 +111,13 @@ void GpsWindowTest::importIntoLists()
     auto *tracks = window->findChild<QTreeView *>(QStringLiteral("ListViewTrack"));
     tracks->setCurrentIndex(tracks->model()->index(0, 0));
     QTRY_VERIFY(window->findChild<QLabel *>(QStringLiteral("LabelDistance"))->text() != QLatin1String("0.0 km"));
+    QVERIFY(window->findChild<TrackPreview *>()->Shape().size() > 1);
+
+    Click(window, QStringLiteral("CoolButtonExportWaypoints"));
+    QCOMPARE(ReadAll(environment.Root() + QStringLiteral("/Waypoints.gpx")).count("<wpt "), 9);
+    Click(window, QStringLiteral("CoolButtonExportTracks"));
+    QTRY_VERIFY(!window->IsWorking());
+    QCOMPARE(ReadAll(environment.Root() + QStringLiteral("/Tracks.gpx")).count("<trk>"), 9);
 
     // Another zone redraws the times and is kept for the next time.
     auto *zone = window->findChild<QComboBox *>(QStringLiteral("ComboTimeZone"));
