@@ -172,13 +172,17 @@ QByteArray FirstRunSettings(const QString &appPath, const QString &language, con
 bool SettleUserDataAndLanguage()
 {
     const bool firstRun = !FolderExists(GetUserDataFolder());
+    // A Traditional-Chinese system starts in English on the very first run only.
+    const QString firstLanguage = GetSystemLanguage() == QLatin1String("zh_CN") ? QStringLiteral("zh_CN") : English;
     if (!firstRun) {
+        // Another process may have made the folder a moment ago and not written the file yet:
+        // whichever comes first writes it, before any setting of this run goes in.
+        WriteFirstRunFile(firstLanguage);
         SetCurrentLanguage(ReadSetting(QStringLiteral("Language"), QStringLiteral("Current")));
         if (CurrentLanguage().isEmpty())
             SetCurrentLanguage(GetSystemLanguage());
     } else {
-        // A Traditional-Chinese system starts in English on the very first run only.
-        SetCurrentLanguage(GetSystemLanguage() == QLatin1String("zh_CN") ? QStringLiteral("zh_CN") : English);
+        SetCurrentLanguage(firstLanguage);
         CreateFolderPath(GetUserDataFolder());
         WriteFirstRunFile(CurrentLanguage());
     }

@@ -198,6 +198,46 @@ int RemoveTrack(const GpsArguments &args)
     return RemoveNamed(args.positional[0], true);
 }
 
+// Renames every track of that name; each point file is rewritten with the new name.
+int RenameTrack(const GpsArguments &args)
+{
+    if (args.positional.size() != 2 || args.positional[1].isEmpty())
+        return args.UsageError(QStringLiteral("gps track rename takes NAME and a non-empty NEWNAME"));
+    OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
+    const QList<int> named = opened.store.TracksNamed(args.positional[0]);
+    if (named.isEmpty())
+        return Fail(QStringLiteral("there is no track named \"%1\"").arg(args.positional[0]));
+    for (const int track : named) {
+        if (const Result renamed = opened.store.ModifyTrackName(track, args.positional[1], &opened.prompter); !renamed)
+            return SaveStoreAndFinish(opened.store, Fail(renamed.message));
+    }
+    return SaveStoreAndFinish(opened.store, ExitDone);
+}
+
+// Tracks or waypoints from a receiver through GPSBabel; the port as the receiver dialog lists it
+// ("USB", "COM1"...) or a device path.
+int Download(const GpsArguments &args)
+{
+    const QStringList &values = args.positional;
+    const QList<ReceiverMake> makes = ReceiverMakes();
+    const bool known = values.size() == 3 && (values[0] == u"tracks" || values[0] == u"waypoints")
+        && std::any_of(makes.begin(), makes.end(), [&](const ReceiverMake &make) { return make.format == values[1]; });
+    if (!known)
+        return args.UsageError(QStringLiteral("gps download takes tracks or waypoints, garmin or magellan, and PORT"));
+    OpenedStore opened;
+    if (!opened.loaded)
+        return Fail(opened.loaded.message);
+    CliProgressSink progress;
+    const SourceImport imported =
+        DownloadFromReceiver(opened.store, values[1], values[2], values[0] == u"tracks" ? LogType::Tracks : LogType::Waypoints, &progress);
+    if (!imported.ok)
+        return SaveStoreAndFinish(opened.store, Fail(GpsText(imported.messageKey)));
+    PrintOut(GpsText(imported.messageKey));
+    return SaveStoreAndFinish(opened.store, ExitDone);
+}
+
 // The GPS log documents, opened in the viewer when asked.
 int LogDocument(const GpsArguments &args, bool tracks)
 {
@@ -237,6 +277,9 @@ std::vector<CliVerb> Verbs()
         {"waypoint add", "NAME LAT LON [ELE [DESC]]", "a waypoint; LAT and LON in degrees, ELE in metres", {}, AddWaypoint},
         {"waypoint remove", "NAME", "every waypoint of that name", {}, RemoveWaypoint},
         {"track remove", "NAME", "every track of that name, with its points", {}, RemoveTrack},
+        {"track rename", "NAME NEWNAME", "renames every track of that name", {}, RenameTrack},
+        {"download", "tracks|waypoints garmin|magellan PORT", "reads a receiver through GPSBabel; PORT is USB, COM1 to COM12 or a device",
+         {}, Download},
         {"kml-tracks", "", "the GPS log's tracks as KML", {Show}, TracksForEarth},
         {"kml-waypoints", "", "the GPS log's waypoints as KML", {Show}, WaypointsForEarth},
         GpsGeocodeVerb(),

@@ -4,7 +4,10 @@
 
 #include <QObject>
 
+#include <QList>
+
 #include <functional>
+#include <optional>
 
 // The GPS log the windows share while the program runs. The GPS window, the GPS locator and the
 // map dialogs read and change one store and hear of each other's changes through Changed. The
@@ -29,10 +32,17 @@ public:
     // A small change made here and now (a waypoint added, a track renamed).
     void Change(const std::function<void(GpsStore &)> &change);
 
+    // The tracks the GPS window has ticked (its GetVisibleTracks), which the album's globe-viewer
+    // documents show; none while no GPS window is open, and those documents then take every track
+    // listed for the match period.
+    void SetVisibleTracks(std::optional<QList<int>> tracks) { visibleTracks = std::move(tracks); }
+    const std::optional<QList<int>> &VisibleTracks() const { return visibleTracks; }
+
 signals:
     void Changed();
 
 private:
     GpsStore store;
     bool loaded = false;
+    std::optional<QList<int>> visibleTracks;
 };

@@ -7,6 +7,8 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <algorithm>
 
 namespace {
 
@@ -88,6 +90,19 @@ QString GetDownloadPortName(const QString &portEntry)
     return portEntry == QLatin1String("USB") ? QStringLiteral("usb:") : portEntry.toLower();
 }
 
+QString ReceiverPortDevice(const QString &portEntry)
+{
+    static const QRegularExpression Com(QStringLiteral("^COM(\\d+)$"), QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch com = Com.match(portEntry);
+    if (!com.hasMatch())
+        return portEntry.compare(QLatin1String("USB"), Qt::CaseInsensitive) == 0 ? GetDownloadPortName(QStringLiteral("USB")) : portEntry;
+    const int number = com.captured(1).toInt();
+    constexpr int BuiltInPorts = 2;
+    if (number <= BuiltInPorts)
+        return QStringLiteral("/dev/ttyS%1").arg(std::max(number - 1, 0));
+    return QStringLiteral("/dev/ttyUSB%1").arg(number - BuiltInPorts - 1);
+}
+
 QList<ReceiverMake> ReceiverMakes()
 {
     return {{QStringLiteral("Garmin"), QStringLiteral("garmin")}, {QStringLiteral("Magellan"), QStringLiteral("magellan")}};
@@ -114,15 +129,25 @@ SourceImport ImportTrackFile(GpsStore &store, const QString &path, const QString
     return ImportConverted(store, converted, Failure, Success, progress);
 }
 
-SourceImport DownloadFromReceiver(GpsStore &store, const QString &format, const QString &portEntry, LogType logType,
-                                  ProgressSink *progress)
+ReceiverRun PrepareReceiverDownload(const QString &format, const QString &portEntry, LogType logType)
 {
     CreateFolderPath(GetUserDataFolder());
     QFile::remove(GetDownloadGPXFileName(LogType::Tracks));
     QFile::remove(GetDownloadGPXFileName(LogType::Waypoints));
-    const QString downloaded = GetDownloadGPXFileName(logType);
-    RunProgram(GpsBabelProgram(), ReceiverDownloadArguments(logType, format, GetDownloadPortName(portEntry), downloaded), ConverterTimeoutMs);
-    return ImportConverted(store, downloaded,
+    return {GpsBabelProgram(), ReceiverDownloadArguments(logType, format, ReceiverPortDevice(portEntry), GetDownloadGPXFileName(logType))};
+}
+
+SourceImport ImportReceiverDownload(GpsStore &store, LogType logType, ProgressSink *progress)
+{
+    return ImportConverted(store, GetDownloadGPXFileName(logType),
                            logType == LogType::Tracks ? "MessageFailToImportTrackFromGPSr" : "MessageFailToImportWaypointFromGPSr",
                            "MessageSucceedToImportTracksFromGPS", progress);
+}
+
+SourceImport DownloadFromReceiver(GpsStore &store, const QString &format, const QString &portEntry, LogType logType,
+                                  ProgressSink *progress)
+{
+    const ReceiverRun run = PrepareReceiverDownload(format, portEntry, logType);
+    RunProgram(run.program, run.arguments, ConverterTimeoutMs);
+    return ImportReceiverDownload(store, logType, progress);
 }

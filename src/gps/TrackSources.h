@@ -25,8 +25,16 @@ QStringList ReceiverDownloadArguments(LogType logType, const QString &make, cons
 
 QString TemporaryGpxPath();                        // "~temp.gpx"
 QString GetDownloadGPXFileName(LogType logType);   // "~tracks_download.gpx", "~waypoints_download.gpx"
-// "usb:" for the entry "USB", any other entry in lower case ("COM3" is "com3").
+// "usb:" for the entry "USB", any other entry in lower case ("COM3" is "com3"), as the
+// converter takes port names on Windows.
 QString GetDownloadPortName(const QString &portEntry);
+// What GPSBabel is given on Linux for a port entry. Its Garmin and Magellan serial drivers open
+// the name they are given as a device file and know nothing of "COMn", so the entries are mapped
+// the way a PC numbers its ports: COM1 and COM2 are the built-in ports /dev/ttyS0 and /dev/ttyS1,
+// COM3 to COM12 the USB-serial cables /dev/ttyUSB0 to /dev/ttyUSB9 (Windows numbers those after
+// the built-in ones). "USB" stays "usb:", GPSBabel's own name for a Garmin on USB; anything else
+// (a device path typed on the command line) is passed as it is.
+QString ReceiverPortDevice(const QString &portEntry);
 // The receiver dialog's lists: makes as shown with their converter format names, ports as shown.
 struct ReceiverMake {
     QString shown;
@@ -44,5 +52,14 @@ struct SourceImport {
 
 // A GPX file is imported directly; "nmea" and "ozi" files through GPSBabel.
 SourceImport ImportTrackFile(GpsStore &store, const QString &path, const QString &type, ProgressSink *progress);
+// A receiver download in two steps, for callers that run GPSBabel themselves without waiting on
+// it: Prepare deletes both download files and gives the command; ImportReceiverDownload then reads
+// what the run left (the failure message when it left nothing).
+struct ReceiverRun {
+    QString program;
+    QStringList arguments;
+};
+ReceiverRun PrepareReceiverDownload(const QString &format, const QString &portEntry, LogType logType);
+SourceImport ImportReceiverDownload(GpsStore &store, LogType logType, ProgressSink *progress);
 SourceImport DownloadFromReceiver(GpsStore &store, const QString &format, const QString &portEntry, LogType logType,
                                   ProgressSink *progress);

@@ -46,7 +46,11 @@ void GuiStartupHost::CameraImportToAlbum(const QString &device)
     if (main)
         main->CameraImportToAlbum(device);
 }
-void GuiStartupHost::ShowGpsWindow() {}
+void GuiStartupHost::ShowGpsWindow()
+{
+    if (main)
+        main->ShowGpsWindow();
+}
 
 void GuiStartupHost::ShowWelcomeWindow()
 {

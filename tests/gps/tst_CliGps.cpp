@@ -89,6 +89,10 @@ void CliGpsTest::usage_data()
     QTest::newRow("missing file") << QStringList{"gps", "import", "nowhere.gpx"} << 1 << "" << "could not be imported";
     QTest::newRow("nothing to remove") << QStringList{"gps", "track", "remove", "Ghost"} << 1 << "" << "no track named";
     QTest::newRow("missing album") << QStringList{"gps", "match", "nowhere"} << 1 << "" << "nowhere";
+    QTest::newRow("download of routes") << QStringList{"gps", "download", "routes", "garmin", "USB"} << 2 << "" << "usage:";
+    QTest::newRow("no receiver on the port") << QStringList{"gps", "download", "tracks", "garmin", "COM12"} << 1 << ""
+                                             << "No tracks could be downloaded";
+    QTest::newRow("nothing to rename") << QStringList{"gps", "track", "rename", "Ghost", "Spirit"} << 1 << "" << "no track named";
 }
 
 void CliGpsTest::usage()
@@ -129,10 +133,17 @@ void CliGpsTest::logDatabase()
 
     QCOMPARE(Cli({"gps", "waypoint", "remove", "Hut & bar"}).exitCode, 0);
     QCOMPARE(Json({"gps", "waypoints", "--json"}).size(), 9);
-    const QStringList before = QDir(home->path() + QStringLiteral("/Documents/Orvana User Data/GPS Logs")).entryList({"2005*.plist"});
-    QCOMPARE(Cli({"gps", "track", "remove", "ACTIVE LOG 001"}).exitCode, 0);
+    const QDir logs(home->path() + QStringLiteral("/Documents/Orvana User Data/GPS Logs"));
+    const QStringList before = logs.entryList({"2005*.plist"});
+    QCOMPARE(Cli({"gps", "track", "rename", "ACTIVE LOG 001", "Morning & walk"}).exitCode, 0);
+    QCOMPARE(Json({"gps", "tracks", "--json"})[0][QStringLiteral("name")].toString(), QStringLiteral("Morning & walk"));
+    qsizetype rewritten = 0;
+    for (const QString &file : before)
+        rewritten += ReadAll(logs.filePath(file)).count("<string>Morning &amp; walk</string>");
+    QCOMPARE(rewritten, 1);
+    QCOMPARE(Cli({"gps", "track", "remove", "Morning & walk"}).exitCode, 0);
     QCOMPARE(Json({"gps", "tracks", "--json"}).size(), 11);
-    QCOMPARE(QDir(home->path() + QStringLiteral("/Documents/Orvana User Data/GPS Logs")).entryList({"2005*.plist"}).size(), before.size() - 1);
+    QCOMPARE(logs.entryList({"2005*.plist"}).size(), before.size() - 1);
 }
 
 void CliGpsTest::geotagging()

@@ -86,9 +86,11 @@ void TrackSourcesTest::converterCalls_data()
                                                         "-F", userData + "/~temp.gpx"} << "MessageFailToImportTrackFromGPX";
     QTest::newRow("Garmin tracks over USB") << "receiver garmin USB tracks" << true << QStringList{"-t", "-i", "garmin", "-f", "usb:", "-o", "gpx", "-F", userData + "/~tracks_download.gpx"}
                                             << "MessageSucceedToImportTracksFromGPS";
-    QTest::newRow("Magellan waypoints on COM3") << "receiver magellan COM3 waypoints" << true << QStringList{"-i", "magellan", "-f", "com3", "-o", "gpx", "-F", userData + "/~waypoints_download.gpx"}
+    QTest::newRow("Magellan waypoints on COM3") << "receiver magellan COM3 waypoints" << true << QStringList{"-i", "magellan", "-f", "/dev/ttyUSB0", "-o", "gpx", "-F", userData + "/~waypoints_download.gpx"}
                                                 << "MessageSucceedToImportTracksFromGPS";
-    QTest::newRow("receiver without an answer") << "receiver garmin COM12 waypoints" << false << QStringList{"-i", "garmin", "-f", "com12", "-o", "gpx", "-F", userData + "/~waypoints_download.gpx"}
+    QTest::newRow("Garmin tracks on the first built-in port") << "receiver garmin COM1 tracks" << true << QStringList{"-t", "-i", "garmin", "-f", "/dev/ttyS0", "-o", "gpx", "-F", userData + "/~tracks_download.gpx"}
+                                                              << "MessageSucceedToImportTracksFromGPS";
+    QTest::newRow("receiver without an answer") << "receiver garmin COM12 waypoints" << false << QStringList{"-i", "garmin", "-f", "/dev/ttyUSB9", "-o", "gpx", "-F", userData + "/~waypoints_download.gpx"}
                                                 << "MessageFailToImportWaypointFromGPSr";
 }
 

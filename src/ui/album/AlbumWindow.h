@@ -55,6 +55,12 @@ public:
     bool RunCommand(const QString &name);
     // Long work of this album runs on a worker thread; its commands are refused meanwhile.
     bool IsWorking() const;
+    // Starts long work on this album (other windows' commands too, matching for one); `after` runs
+    // on the interface thread when it has ended. False while other work runs.
+    bool StartWork(const QString &title, std::function<void(ProgressSink &)> work, std::function<void()> after,
+                   bool progressOnlyForSteps = false);
+    // Asks and tells the user over this window, from its work's worker thread too.
+    Prompter &WorkPrompter();
 
     // Brings the files and folders into the album as long work; the report follows when not clean.
     void ImportPaths(const QStringList &paths);
@@ -68,17 +74,13 @@ public:
     // The pickers of the import commands.
     void SetFileChooser(std::unique_ptr<FileChooser> chooser);
 
-    // The GPS work on this album (matching, time shifts, Earth output) runs from other files:
-    // the run's shared GPS log (null for an album shown on its own), the photo in the view, the
-    // window's questions (answerable from its worker) and pickers, and its worker itself, with
-    // the progress window and Cancel; StartWork is false while other work runs.
+    // The GPS work on this album (matching, time shifts, Earth output) runs from other files
+    // through StartWork and WorkPrompter, with the run's shared GPS log (null for an album shown
+    // on its own), the photo in the view and the window's pickers.
     void SetGpsLog(GpsLog *log) { gpsLog = log; }
     GpsLog *Gps() const { return gpsLog; }
     int CurrentRecord() const;
-    Prompter &WorkPrompter();
     FileChooser &Chooser() { return *chooser; }
-    bool StartWork(const QString &title, std::function<void(ProgressSink &)> work, std::function<void()> after,
-                   bool progressOnlyForSteps = false);
 
     // Saves a modified album; false keeps the window open (saving failed). While long work runs
     // it asks the work to stop and returns false: once the work has stopped at the photo in hand,

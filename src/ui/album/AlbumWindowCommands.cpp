@@ -219,11 +219,6 @@ int AlbumWindow::CurrentRecord() const
     return Target().current;
 }
 
-Prompter &AlbumWindow::WorkPrompter()
-{
-    return *prompter;
-}
-
 CommandTarget AlbumWindow::Target() const
 {
     CommandTarget target;

@@ -60,6 +60,11 @@ bool AlbumWindow::StartWork(const QString &title, std::function<void(ProgressSin
     return true;
 }
 
+Prompter &AlbumWindow::WorkPrompter()
+{
+    return *prompter;
+}
+
 void AlbumWindow::WorkFinished()
 {
     photoMenu->setEnabled(true);

@@ -4,6 +4,7 @@
 #include "ui/album/DesktopShell.h"
 #include "ui/common/FileChooser.h"
 #include "ui/geotag/LogSnapshot.h"
+#include "gps/GpsLog.h"
 
 #include "app/Language.h"
 #include "app/ProgressSink.h"
@@ -73,6 +74,7 @@ void RunEarthCommand(AlbumWindow &album, const EarthRequest &request)
     const bool withTracks = SettingInteger(ReadSetting(Gps, QStringLiteral("TrackOnEarth"))) != 0;
     // Tracks are put in only when asked for, so the GPS log is read only then.
     auto log = std::make_shared<LogSnapshot>(withTracks ? album.Gps() : nullptr);
+    const std::optional<QList<int>> ticked = album.Gps() ? album.Gps()->VisibleTracks() : std::nullopt;
     auto written = std::make_shared<EarthFile>();
     AlbumDocument *document = &album.Document();
     Prompter *prompter = &album.WorkPrompter();
@@ -81,15 +83,15 @@ void RunEarthCommand(AlbumWindow &album, const EarthRequest &request)
     const QString title = GetLocalizedString(QStringLiteral("ShowOnEarth"), QStringLiteral("Form"));
     album.StartWork(
         title,
-        [log, written, document, prompter, what, output, target, title](ProgressSink &progress) mutable {
+        [log, ticked, written, document, prompter, what, output, target, title](ProgressSink &progress) mutable {
             if (what.withTracks) {
                 if (const Result ready = log->Ready(*prompter); !ready) {
                     prompter->Error(title, ready.message);
                     return;
                 }
-                // Every track the GPS window lists for the match period: the ticks of that
-                // window are its own, and this command may run without it.
-                what.tracks = ListedTracks(log->Store(), DefaultMatchWindow(what.zoneHours));
+                // The tracks ticked in the GPS window; without that window, every track it would
+                // list for the match period.
+                what.tracks = ticked ? *ticked : ListedTracks(log->Store(), DefaultMatchWindow(what.zoneHours));
             }
             switch (output) {
             case EarthOutput::Viewer:

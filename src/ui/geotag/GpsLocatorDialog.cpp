@@ -126,7 +126,8 @@ void GpsLocatorDialog::LocatePhotos()
         return;
     const bool selected = onlyLocateSelected->isChecked();
     RunTrackMatch(*album, selected ? MatchScope::SelectedPhotos : MatchScope::AllPhotos,
-                  selected ? album->SelectedRecords() : album->Document().ActionSelectAllPhotos(), ZoneHours());
+                  selected ? album->SelectedRecords() : album->Document().ActionSelectAllPhotos(),
+                  DefaultMatchWindow(ZoneHours()));
 }
 
 void GpsLocatorDialog::Earth(EarthOutput output)

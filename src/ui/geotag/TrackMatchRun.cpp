@@ -9,12 +9,11 @@
 
 #include <memory>
 
-bool RunTrackMatch(AlbumWindow &album, MatchScope scope, const QList<int> &photos, double zoneHours)
+bool RunTrackMatch(AlbumWindow &album, MatchScope scope, const QList<int> &photos, const MatchWindow &window)
 {
     auto log = std::make_shared<LogSnapshot>(album.Gps());
     AlbumDocument *document = &album.Document();
     Prompter *prompter = &album.WorkPrompter();
-    const MatchWindow window = DefaultMatchWindow(zoneHours);
     const QString title = GetLocalizedString(QStringLiteral("Matching"), QStringLiteral("General"));
     return album.StartWork(
         title,

@@ -6,9 +6,9 @@
 
 class AlbumWindow;
 
-// DoMatchPhotosWithTracks on an open album: the tracks listed from 1990-1-1 to today in the zone
-// given, matched against the photos (record indices: the selected ones, or every one for AllPhotos) on
-// the album window's worker, under "Matching" with its Cancel, against a copy of the run's GPS
-// log (read first when no window has loaded it yet). The report comes up when it is done. False
-// when the album window was busy and nothing started.
-bool RunTrackMatch(AlbumWindow &album, MatchScope scope, const QList<int> &photos, double zoneHours);
+// Matching on an open album, for the GPS window and the GPS locator alike: the tracks the period
+// lists, matched against the photos (record indices: the selected ones, or every one for
+// AllPhotos) on the album window's worker, under "Matching" with its Cancel, against a copy of
+// the run's GPS log (read first when no window has loaded it yet). The report comes up when it is
+// done. False when the album window was busy and nothing started.
+bool RunTrackMatch(AlbumWindow &album, MatchScope scope, const QList<int> &photos, const MatchWindow &window);

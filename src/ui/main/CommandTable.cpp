@@ -89,7 +89,7 @@ const std::vector<CommandRow> &MainCommands()
         {"mnuWriteIPTC", "Menu", "mnuImage", "", "", WithAlbum, Album, nullptr, false, true},
         {"mnuWriteEXIFGPS", "Menu", "mnuImage", "", "", WithAlbum, Album, nullptr, false, false},
 
-        {"mnuGPSLog", "Menu", "mnuGPS", "", "", Always, NotBuilt, nullptr, false, false},
+        {"mnuGPSLog", "Menu", "mnuGPS", "", "", Always, Main, &MainWindow::mnuGPSLog_Click, false, false},
         {"mnuGPSLocator", "Menu", "mnuGPS", "", "", WithAlbum, Main, &MainWindow::mnuGPSLocator_Click, false, false},
         {"mnuMapLocator", "Menu", "mnuGPS", "", "", WithAlbum, Main, &MainWindow::mnuMapLocator_Click, false, false},
         {"mnuTimeCorrector", "Menu", "mnuGPS", "", "", WithAlbum, Album, nullptr, false, false},

@@ -236,6 +236,10 @@ void MainWindow::mnuFileExit_Click()
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    if (!GpsLogSettled()) {
+        event->ignore();
+        return;
+    }
     // Each album window saves its album as it closes, and may refuse: one with work running
     // refuses until its work has stopped at the item in hand, then closes itself.
     documents->closeAllSubWindows();

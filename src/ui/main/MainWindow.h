@@ -12,6 +12,7 @@
 class AlbumManagerWindow;
 class AlbumWindow;
 class FileChooser;
+class GpsWindow;
 class InterfaceCalls;
 class Prompter;
 class QAction;
@@ -101,6 +102,9 @@ public:
     void mnuGlobalSearch_Click();
     void mnuGPSLocator_Click();
     void mnuMapLocator_Click();
+    void mnuGPSLog_Click();
+    // The GPS log manager, shown and brought to the front (made when there is none).
+    GpsWindow *ShowGpsWindow();
     // The album manager, shown and brought to the front (made when there is none).
     AlbumManagerWindow *ShowAlbumManager();
 
@@ -122,6 +126,9 @@ private:
     void AlbumOpened(const QString &path);
     QMdiSubWindow *FindAlbumWindow(const QString &path) const;
     void FailToOpen(const QString &reason = {});
+    // Quitting: true once the GPS log is saved; else its saving has begun and closes this window
+    // again when done.
+    bool GpsLogSettled();
 
     QMdiArea *documents;
     QToolBar *toolBar;
@@ -141,4 +148,6 @@ private:
     QPointer<WelcomeWindow> welcome;
     // The GPS log every GPS window and dialog of this run shares.
     GpsLog gpsLog;
+    QPointer<GpsWindow> gpsWindow;
+    bool gpsSavedForQuit = false;
 };
