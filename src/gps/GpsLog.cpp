@@ -14,3 +14,16 @@ void GpsLog::Change(const std::function<void(GpsStore &)> &change)
     change(store);
     emit Changed();
 }
+
+void GpsLog::SetVisibleTracks(const QObject *window, QList<int> tracks)
+{
+    visibleFrom = window;
+    visibleTracks = std::move(tracks);
+}
+
+std::optional<QList<int>> GpsLog::VisibleTracks() const
+{
+    if (!visibleFrom)
+        return std::nullopt;
+    return visibleTracks;
+}

@@ -2,9 +2,9 @@
 
 #include "gps/GpsStore.h"
 
-#include <QObject>
-
 #include <QList>
+#include <QObject>
+#include <QPointer>
 
 #include <functional>
 #include <optional>
@@ -33,10 +33,10 @@ public:
     void Change(const std::function<void(GpsStore &)> &change);
 
     // The tracks the GPS window has ticked (its GetVisibleTracks), which the album's globe-viewer
-    // documents show; none while no GPS window is open, and those documents then take every track
-    // listed for the match period.
-    void SetVisibleTracks(std::optional<QList<int>> tracks) { visibleTracks = std::move(tracks); }
-    const std::optional<QList<int>> &VisibleTracks() const { return visibleTracks; }
+    // documents show. They count while that window lives; without it there are none, and those
+    // documents take every track listed for the match period.
+    void SetVisibleTracks(const QObject *window, QList<int> tracks);
+    std::optional<QList<int>> VisibleTracks() const;
 
 signals:
     void Changed();
@@ -44,5 +44,6 @@ signals:
 private:
     GpsStore store;
     bool loaded = false;
-    std::optional<QList<int>> visibleTracks;
+    QPointer<const QObject> visibleFrom;
+    QList<int> visibleTracks;
 };

@@ -82,7 +82,7 @@ GpsWindow::GpsWindow(GpsLog &shared, std::function<AlbumWindow *()> active, QWid
     BuildLayout();
     LocalizeForm(this);
     connect(&log, &GpsLog::Changed, this, &GpsWindow::Refresh);
-    const auto publishTicks = [this] { log.SetVisibleTracks(GetVisibleTracks()); };
+    const auto publishTicks = [this] { log.SetVisibleTracks(this, GetVisibleTracks()); };
     connect(tracks, &QAbstractItemModel::dataChanged, this, publishTicks);
     connect(tracks, &QAbstractItemModel::modelReset, this, publishTicks);
     SetEditable(log.IsLoaded());
@@ -90,10 +90,7 @@ GpsWindow::GpsWindow(GpsLog &shared, std::function<AlbumWindow *()> active, QWid
     resize(900, 680);
 }
 
-GpsWindow::~GpsWindow()
-{
-    log.SetVisibleTracks(std::nullopt);
-}
+GpsWindow::~GpsWindow() = default;
 
 void GpsWindow::UseChooser(std::unique_ptr<GpsFileChooser> scripted)
 {
