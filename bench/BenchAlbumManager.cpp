@@ -1,6 +1,7 @@
 // Shows a folder of albums in the album manager (offscreen) and prints the time until every cell
 // is there with its first thumbnail, then how late a 10 ms timer fires while the cells animate.
 // Usage: bench_album_manager FOLDER [ANIMATE_MS]; prints JSON.
+#include "BenchSupport.h"
 #include "library/OpenAlbums.h"
 #include "app/Prompter.h"
 #include "ui/manager/AlbumCell.h"
@@ -11,18 +12,6 @@
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
-
-namespace {
-
-class NoQuestions : public Prompter {
-public:
-    bool AskYesNo(const QString &, const QString &) override { return false; }
-    void Inform(const QString &, const QString &) override {}
-    void Error(const QString &, const QString &) override {}
-    std::optional<QString> AskText(const QString &, const QString &, const QString &) override { return std::nullopt; }
-};
-
-} // namespace
 
 int main(int argc, char *argv[])
 {

@@ -1,5 +1,6 @@
 // Opens an album as its window does (outside-change check on) and compares the time with loading
 // its list alone plus one stat per photo file, best of N runs. Usage: bench_album_open ALBUM [RUNS]
+#include "BenchSupport.h"
 #include "library/AlbumFormat.h"
 #include "library/AlbumOpening.h"
 #include "app/AppState.h"
@@ -11,31 +12,6 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <cstdio>
-
-namespace {
-
-class NoQuestions : public Prompter {
-public:
-    bool AskYesNo(const QString &, const QString &) override { return false; }
-    void Inform(const QString &, const QString &) override {}
-    void Error(const QString &, const QString &) override {}
-    std::optional<QString> AskText(const QString &, const QString &, const QString &) override { return std::nullopt; }
-};
-
-template <typename Work>
-double BestMs(int runs, Work work)
-{
-    double best = 1e18;
-    for (int run = 0; run < runs; ++run) {
-        QElapsedTimer clock;
-        clock.start();
-        work();
-        best = std::min(best, clock.nsecsElapsed() / 1e6);
-    }
-    return best;
-}
-
-} // namespace
 
 int main(int argc, char *argv[])
 {

@@ -1,6 +1,7 @@
 // Searches every album of a library folder through the global search and compares the time with
 // loading each album's list alone, one after the other, best of N runs each.
 // Usage: bench_global_search LIBRARY [RUNS]; prints JSON.
+#include "BenchSupport.h"
 #include "library/AlbumDiscovery.h"
 #include "library/AlbumFormat.h"
 #include "library/GlobalSearch.h"
@@ -11,23 +12,6 @@
 #include <QElapsedTimer>
 #include <cstdio>
 #include <thread>
-
-namespace {
-
-template <typename Work>
-double BestMs(int runs, Work work)
-{
-    double best = 1e18;
-    for (int run = 0; run < runs; ++run) {
-        QElapsedTimer clock;
-        clock.start();
-        work();
-        best = std::min(best, clock.nsecsElapsed() / 1e6);
-    }
-    return best;
-}
-
-} // namespace
 
 int main(int argc, char *argv[])
 {
